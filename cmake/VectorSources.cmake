@@ -1,0 +1,33 @@
+# Hot kernels are one source each, compiled once for every instruction set the program can choose from at
+# start (core/instruction_set.h). Inside such a source `VECTOR_NAMESPACE` names the namespace to fill. These
+# sources must not call templates or inline functions of the standard library: the linker keeps one copy of
+# such a function for the whole program, and it could be the one compiled for a processor the user lacks.
+set(CORVANE_VECTOR_LEVELS baseline)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+  set(CORVANE_VECTOR_LEVELS v2 v3 v4)
+  set(CORVANE_VECTOR_FLAGS_v2 -march=x86-64-v2)
+  set(CORVANE_VECTOR_FLAGS_v3 -march=x86-64-v3 -mprefer-vector-width=256)
+  set(CORVANE_VECTOR_FLAGS_v4 -march=x86-64-v4 -mprefer-vector-width=512)
+endif()
+
+foreach(level ${CORVANE_VECTOR_LEVELS})
+  add_library(vector_${level} OBJECT)
+  target_include_directories(vector_${level} PRIVATE ${CMAKE_SOURCE_DIR})
+  target_compile_definitions(vector_${level} PRIVATE VECTOR_NAMESPACE=vector_${level})
+  # Optimised in every build type, so that tests of a debug build stay quick.
+  target_compile_options(vector_${level} PRIVATE ${CORVANE_VECTOR_FLAGS_${level}} -O3 -Wno-maybe-uninitialized)
+endforeach()
+
+function(vector_sources)
+  foreach(level ${CORVANE_VECTOR_LEVELS})
+    foreach(source ${ARGN})
+      target_sources(vector_${level} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/${source})
+    endforeach()
+  endforeach()
+endfunction()
+
+function(link_vector_sources target)
+  foreach(level ${CORVANE_VECTOR_LEVELS})
+    target_sources(${target} PRIVATE $<TARGET_OBJECTS:vector_${level}>)
+  endforeach()
+endfunction()

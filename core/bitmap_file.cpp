@@ -1,0 +1,3 @@
+#include "core/bitmap_file.h"
+
+namespace corvane {}

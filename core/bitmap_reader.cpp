@@ -1,0 +1,3 @@
+#include "core/bitmap_reader.h"
+
+namespace corvane {}

@@ -1,0 +1,3 @@
+#include "core/fits_format.h"
+
+namespace corvane {}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "core/refusal.h"
+
+namespace corvane {
+
+inline constexpr int kCardSize = 80;
+inline constexpr int kBlockSize = 2880;
+inline constexpr int kMaxCards = 1001;
+
+// What the header says of the data.
+struct FitsLayout {
+  int bytesPerPixel = 0;  // 1, 2, 4, -4
+  int width = 0;
+  int height = 0;
+  double scale = 1.0;
+  double zero = 0.0;
+  std::int64_t start = 0;  // byte position of the data, from 0
+
+  std::int64_t RowBytes() const {
+    return std::int64_t{width} * (bytesPerPixel < 0 ? -bytesPerPixel : bytesPerPixel);
+  }
+  std::int64_t DataBytes() const { return RowBytes() * height; }
+};
+
+// Size, sample type and scaling of the image that `cards` describe, or why it cannot be shown. A refusal with
+// an empty text is silent.
+std::optional<Refusal> ReadLayout(std::span<const std::string> cards, FitsLayout& layout);
+
+// Big-endian pixels to physical values: `raw` holds `count` pixels of the layout's type.
+void DecodePixels(const FitsLayout& layout, const unsigned char* raw, float* values, std::size_t count);
+
+// Bytes that fill `size` up to whole blocks.
+std::int64_t BlockPadding(std::int64_t size);
+
+}  // namespace corvane

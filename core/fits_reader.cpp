@@ -1,0 +1,3 @@
+#include "core/fits_reader.h"
+
+namespace corvane {}

@@ -1,0 +1,3 @@
+#include "core/fits_writer.h"
+
+namespace corvane {}

@@ -1,0 +1,3 @@
+#include "core/open_image.h"
+
+namespace corvane {}

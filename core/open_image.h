@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "core/modcv.h"
+#include "platform/platform.h"
+
+namespace corvane {
+
+enum class ImageKind { Unknown, Bitmap, Fits };
+// The one test of file extensions: all lower or all upper case.
+ImageKind KindOf(const std::string& name);
+
+// The Open dialog as every window shows it.
+FileRequest OpenRequest(const ModCV& cv, const std::string& title);
+
+// Asks for a file and opens it as a new slot: the whole Open command but its display. The new slot, or
+// nothing after a cancel or a message, with all slots as they were.
+std::optional<int> OpenImage(ModCV& cv, Platform& os, const FileRequest& request);
+// The same for a file already chosen.
+std::optional<int> OpenImageFile(ModCV& cv, Platform& os, const std::filesystem::path& path);
+
+// Removes the current slot and moves the later ones down; the last slot becomes the current one.
+void CloseImage(ModCV& cv);
+
+}  // namespace corvane

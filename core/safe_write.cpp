@@ -1,0 +1,3 @@
+#include "core/safe_write.h"
+
+namespace corvane {}

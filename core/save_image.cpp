@@ -1,0 +1,3 @@
+#include "core/save_image.h"
+
+namespace corvane {}

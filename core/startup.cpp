@@ -1,0 +1,3 @@
+#include "core/startup.h"
+
+namespace corvane {}

@@ -1,0 +1,3 @@
+#include "core/text.h"
+
+namespace corvane {}

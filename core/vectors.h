@@ -1,0 +1,114 @@
+#pragma once
+
+// Vectors for hot kernels: one source, three widths (see cmake/VectorSources.cmake). Only for sources listed
+// with vector_sources(); everything here lives in VECTOR_NAMESPACE and is inlined.
+
+#include <cstddef>
+#include <cstdint>
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
+
+#define ALWAYS_INLINE inline __attribute__((always_inline))
+
+namespace corvane::VECTOR_NAMESPACE {
+
+#if defined(__AVX512BW__)
+inline constexpr int kVectorBytes = 64;
+#elif defined(__AVX2__)
+inline constexpr int kVectorBytes = 32;
+#else
+inline constexpr int kVectorBytes = 16;
+#endif
+inline constexpr int kLanes = kVectorBytes / 4;  // floats or 32-bit integers in a vector
+
+using Floats = float __attribute__((vector_size(kVectorBytes)));
+using Ints = std::int32_t __attribute__((vector_size(kVectorBytes)));
+using Words = std::uint16_t __attribute__((vector_size(kVectorBytes)));
+using Octets = std::uint8_t __attribute__((vector_size(kVectorBytes)));
+
+template <class Vector>
+ALWAYS_INLINE Vector Load(const void* source) {
+  Vector v;
+  __builtin_memcpy(&v, source, sizeof v);
+  return v;
+}
+template <class Vector>
+ALWAYS_INLINE void Store(void* target, Vector v) {
+  __builtin_memcpy(target, &v, sizeof v);
+}
+ALWAYS_INLINE Floats Broadcast(float value) { return value - Floats{}; }
+ALWAYS_INLINE Ints BroadcastInt(std::int32_t value) { return value - Ints{}; }
+template <class Vector>
+ALWAYS_INLINE Vector Reinterpret(auto v) {
+  static_assert(sizeof(Vector) == sizeof v);
+  return reinterpret_cast<Vector>(v);
+}
+
+// One instruction each. Where a lane of `b` is not a number the result is `a`... exactly as written: the
+// comparison decides.
+ALWAYS_INLINE Floats Smaller(Floats a, Floats b) { return b < a ? b : a; }
+ALWAYS_INLINE Floats Larger(Floats a, Floats b) { return b > a ? b : a; }
+
+// The next kLanes bytes as floats.
+ALWAYS_INLINE Floats LoadBytesAsFloats(const std::uint8_t* source) {
+#if defined(__AVX512BW__)
+  return (Floats)_mm512_cvtepi32_ps(_mm512_cvtepu8_epi32(_mm_loadu_si128((const __m128i*)source)));
+#elif defined(__AVX2__)
+  return (Floats)_mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(_mm_loadl_epi64((const __m128i*)source)));
+#elif defined(__SSE4_1__)
+  std::int32_t four;
+  __builtin_memcpy(&four, source, 4);
+  return (Floats)_mm_cvtepi32_ps(_mm_cvtepu8_epi32(_mm_cvtsi32_si128(four)));
+#else
+  Floats v;
+  for (int i = 0; i < kLanes; ++i) v[i] = source[i];
+  return v;
+#endif
+}
+
+// The nearest integers, ties to even. Lanes must fit 32 bits; not-a-number becomes the smallest integer.
+ALWAYS_INLINE Ints RoundToInts(Floats v) {
+#if defined(__AVX512BW__)
+  return (Ints)_mm512_cvtps_epi32((__m512)v);
+#elif defined(__AVX2__)
+  return (Ints)_mm256_cvtps_epi32((__m256)v);
+#elif defined(__SSE2__)
+  return (Ints)_mm_cvtps_epi32((__m128)v);
+#else
+  Ints r;
+  for (int i = 0; i < kLanes; ++i) r[i] = v[i] == v[i] ? (std::int32_t)__builtin_nearbyintf(v[i]) : INT32_MIN;
+  return r;
+#endif
+}
+
+// Four vectors of integers to one vector of bytes, limited to 0..255, in order.
+ALWAYS_INLINE Octets PackToOctets(Ints a, Ints b, Ints c, Ints d) {
+#if defined(__AVX512BW__)
+  const __m512i words1 = _mm512_packs_epi32((__m512i)a, (__m512i)b);
+  const __m512i words2 = _mm512_packs_epi32((__m512i)c, (__m512i)d);
+  const __m512i order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
+  return (Octets)_mm512_permutexvar_epi32(order, _mm512_packus_epi16(words1, words2));
+#elif defined(__AVX2__)
+  const __m256i words1 = _mm256_packs_epi32((__m256i)a, (__m256i)b);
+  const __m256i words2 = _mm256_packs_epi32((__m256i)c, (__m256i)d);
+  const __m256i order = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
+  return (Octets)_mm256_permutevar8x32_epi32(_mm256_packus_epi16(words1, words2), order);
+#elif defined(__SSE2__)
+  return (Octets)_mm_packus_epi16(_mm_packs_epi32((__m128i)a, (__m128i)b),
+                                  _mm_packs_epi32((__m128i)c, (__m128i)d));
+#else
+  Octets r;
+  for (int i = 0; i < 4 * kLanes; ++i) {
+    const std::int32_t v = i < kLanes       ? a[i]
+                           : i < 2 * kLanes ? b[i - kLanes]
+                           : i < 3 * kLanes ? c[i - 2 * kLanes]
+                                            : d[i - 3 * kLanes];
+    r[i] = (std::uint8_t)(v < 0 ? 0 : v > 255 ? 255 : v);
+  }
+  return r;
+#endif
+}
+
+}  // namespace corvane::VECTOR_NAMESPACE

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "core/modcv.h"
+
+namespace corvane {
+
+// Files in AppDir that the program writes.
+inline constexpr char kTempBitmap[] = "temp.bmp";      // a tool's result
+inline constexpr char kDummyBitmap[] = "dummy.bmp";    // a view's result
+inline constexpr char kExpandBitmap[] = "expand.bmp";  // the magnified picture
+inline constexpr char kHist1[] = "hist1.bmp";          // histogram graph before a tool's change
+inline constexpr char kHist2[] = "hist2.bmp";          // and after it
+inline constexpr char kColorBitmap[] = "f_color.bmp";  // the colour composite
+// Files that are shipped.
+inline constexpr char kGrayTemplate[] = "gr_8.bm_";
+inline constexpr char kColorTemplate[] = "gr_24.bm_";
+inline constexpr const char* kPalettes[] = {"btgw_fc.bm_", "royw_fc.bm_", "brw_fc.bm_"};
+inline constexpr char kHelpFile[] = "CORVANEIII.HLP";
+
+std::string SlotBitmapName(int slot);  // "3temp.bmp"
+std::string SlotHoldName(int slot);    // "3hold.bmp"
+
+// True for the name of any working or shipped file: nothing a user may save over in AppDir.
+bool IsProgramFile(const std::string& name);
+
+// Deletion sets. Only files of exactly these names, no links and no directories; absent ones are no error.
+void DeleteLeftovers(const std::filesystem::path& appDir);  // at start-up
+void DeleteViewFiles(const std::filesystem::path& appDir);  // at the viewer's unload
+void DeleteSlotBitmaps(const ModCV& cv);                    // at exit
+
+}  // namespace corvane
