@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "core/modcv.h"
+#include "platform/desk.h"
+#include "platform/platform.h"
+#include "widgets/ToolWindow.h"
+
+namespace corvane {
+
+// The one place that knows every window. Null for a window that this version does not have
+// (platform/built_windows.h). The window has read nothing yet: the desk calls Open() before it shows it.
+std::unique_ptr<ToolWindow> MakeWindow(Window window, ModCV& cv, Platform& os, Desk& desk);
+std::unique_ptr<QDialog> MakeDialog(Dialog dialog, ModCV& cv, Platform& os);
+
+}  // namespace corvane

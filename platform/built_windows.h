@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/desk.h"
+
+namespace corvane {
+
+// The windows that this version of the program has; menus disable the items of the others.
+constexpr bool IsBuilt(Window window) { return window == Window::Examine; }
+
+constexpr bool IsBuilt(Dialog dialog) {
+  switch (dialog) {
+    case Dialog::Preferences:
+    case Dialog::About:
+    case Dialog::SaveOptions:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace corvane
