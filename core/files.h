@@ -29,10 +29,12 @@ class InputFile {
 
 using Bytes = std::span<const unsigned char>;
 
-// For working files: writes over what is there in one call, then cuts to size. Returns 0 or an errno.
+// For working files: writes over what is there in one call, then cuts to size. Regular files only, links are
+// not followed. Returns 0 or an errno; on a full disk the file keeps what it held, after another failed write
+// it is empty.
 int WriteInPlace(const std::filesystem::path& path, std::initializer_list<Bytes> parts);
 
-// For working files: a missing file is no error.
+// For working files: a missing file is no error. A link is removed itself; a directory stays.
 void QuietDelete(const std::filesystem::path& path);
 // Renames over an existing target; false when it failed.
 bool QuietRename(const std::filesystem::path& from, const std::filesystem::path& to);

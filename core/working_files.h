@@ -19,6 +19,7 @@ inline constexpr char kColorBitmap[] = "f_color.bmp";  // the colour composite
 inline constexpr char kGrayTemplate[] = "gr_8.bm_";
 inline constexpr char kColorTemplate[] = "gr_24.bm_";
 inline constexpr const char* kPalettes[] = {"btgw_fc.bm_", "royw_fc.bm_", "brw_fc.bm_"};
+inline constexpr char kCancelIcon[] = "cancel32.ico";
 inline constexpr char kHelpFile[] = "CORVANEIII.HLP";
 
 std::string SlotBitmapName(int slot);  // "3temp.bmp"
@@ -27,7 +28,8 @@ std::string SlotHoldName(int slot);    // "3hold.bmp"
 // True for the name of any working or shipped file: nothing a user may save over in AppDir.
 bool IsProgramFile(const std::string& name);
 
-// Deletion sets. Only files of exactly these names, no links and no directories; absent ones are no error.
+// Deletion sets: exactly these names, nothing that a link points to and no directories; absent ones are no
+// error.
 void DeleteLeftovers(const std::filesystem::path& appDir);  // at start-up
 void DeleteViewFiles(const std::filesystem::path& appDir);  // at the viewer's unload
 void DeleteSlotBitmaps(const ModCV& cv);                    // at exit
