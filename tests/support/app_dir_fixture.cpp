@@ -1,0 +1,44 @@
+#include "tests/support/app_dir_fixture.h"
+
+#include <algorithm>
+
+#include "core/working_files.h"
+
+namespace corvane {
+
+namespace {
+
+std::vector<std::string> ShippedFiles() {
+  std::vector<std::string> names{kGrayTemplate, kColorTemplate, kHelpFile, "cancel32.ico"};
+  names.insert(names.end(), std::begin(kPalettes), std::end(kPalettes));
+  return names;
+}
+
+}  // namespace
+
+AppDirFixture::AppDirFixture() {
+  cv.AppDir = folder.Path() / "app";
+  cv.DefaultDir = cv.SaveDir = os.documentsDir = folder.Path() / "user";
+  std::filesystem::create_directory(cv.AppDir);
+  std::filesystem::create_directory(cv.DefaultDir);
+  for (const std::string& name : ShippedFiles())
+    std::filesystem::copy_file(AssetFolder() / name, cv.AppDir / name);
+}
+
+std::filesystem::path AppDirFixture::MakeUserFile(const std::string& name, std::string_view bytes) const {
+  WriteFile(UserFile(name), bytes);
+  return UserFile(name);
+}
+
+std::vector<std::string> AppDirFixture::WorkingFiles() const {
+  const std::vector<std::string> shipped = ShippedFiles();
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(cv.AppDir)) {
+    const std::string name = entry.path().filename().string();
+    if (std::find(shipped.begin(), shipped.end(), name) == shipped.end()) names.push_back(name);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+}  // namespace corvane
