@@ -1,0 +1,130 @@
+// What the viewer does to the bytes of a picture, beside OpenCV.
+
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <cstring>
+#include <random>
+
+#include "core/byte_map.h"
+#include "viewer/geometry.h"
+
+#if defined(HAVE_OPENCV)
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+#endif
+
+namespace corvane {
+namespace {
+
+void BothSizes(benchmark::internal::Benchmark* bench) {
+  bench->Args({6000, 4000})->Args({1000, 1000})->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+
+DisplayBitmap Noise(int width, int height) {
+  DisplayBitmap picture(width, height);
+  std::mt19937 random(1);
+  for (std::uint8_t& level : picture.bits) level = static_cast<std::uint8_t>(random());
+  return picture;
+}
+
+struct Pictures {
+  explicit Pictures(const benchmark::State& state)
+      : source(Noise(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)))),
+        result(source.width, source.height),
+        turned(source.height, source.width) {}
+  DisplayBitmap source;
+  DisplayBitmap result;
+  DisplayBitmap turned;
+};
+
+template <class Work>
+void Run(benchmark::State& state, Work work) {
+  for (auto _ : state) {
+    work();
+    benchmark::ClobberMemory();
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0) * state.range(1));
+}
+
+void Memcpy(benchmark::State& state) {
+  Pictures p(state);
+  Run(state, [&] { std::memcpy(p.result.bits.data(), p.source.bits.data(), p.source.bits.size()); });
+}
+BENCHMARK(Memcpy)->Apply(BothSizes);
+
+void Turn90(benchmark::State& state) {
+  Pictures p(state);
+  Run(state, [&] { Rotate90(p.source.View(), p.turned.View()); });
+}
+BENCHMARK(Turn90)->Apply(BothSizes);
+
+void Turn180(benchmark::State& state) {
+  Pictures p(state);
+  Run(state, [&] { Rotate180(p.source.View(), p.result.View()); });
+}
+BENCHMARK(Turn180)->Apply(BothSizes);
+
+void FlipLeftRight(benchmark::State& state) {
+  Pictures p(state);
+  Run(state, [&] { FlipVertical(p.source.View(), p.result.View()); });
+}
+BENCHMARK(FlipLeftRight)->Apply(BothSizes);
+
+void FlipTopBottom(benchmark::State& state) {
+  Pictures p(state);
+  Run(state, [&] { FlipHorizontal(p.source.View(), p.result.View()); });
+}
+BENCHMARK(FlipTopBottom)->Apply(BothSizes);
+
+void LookUp(benchmark::State& state) {
+  Pictures p(state);
+  std::uint8_t table[256];
+  for (int i = 0; i < 256; ++i) table[i] = static_cast<std::uint8_t>(i * i / 255);
+  Run(state, [&] { MapBytes(table, p.source.bits.data(), p.result.bits.data(), p.source.bits.size()); });
+}
+BENCHMARK(LookUp)->Apply(BothSizes);
+
+#if defined(HAVE_OPENCV)
+
+cv::Mat AsMat(DisplayBitmap& picture) {
+  return {picture.height, picture.width, CV_8UC1, picture.bits.data(),
+          static_cast<std::size_t>(picture.stride)};
+}
+
+void PeerTurn90(benchmark::State& state) {
+  cv::setNumThreads(1);
+  Pictures p(state);
+  const cv::Mat source = AsMat(p.source);
+  cv::Mat result = AsMat(p.turned);
+  Run(state, [&] { cv::rotate(source, result, cv::ROTATE_90_CLOCKWISE); });
+}
+BENCHMARK(PeerTurn90)->Apply(BothSizes);
+
+template <int Axis>
+void PeerFlip(benchmark::State& state) {
+  cv::setNumThreads(1);
+  Pictures p(state);
+  const cv::Mat source = AsMat(p.source);
+  cv::Mat result = AsMat(p.result);
+  Run(state, [&] { cv::flip(source, result, Axis); });
+}
+BENCHMARK(PeerFlip<-1>)->Apply(BothSizes)->Name("PeerTurn180");
+BENCHMARK(PeerFlip<1>)->Apply(BothSizes)->Name("PeerFlipLeftRight");
+BENCHMARK(PeerFlip<0>)->Apply(BothSizes)->Name("PeerFlipTopBottom");
+
+void PeerLookUp(benchmark::State& state) {
+  cv::setNumThreads(1);
+  Pictures p(state);
+  cv::Mat table(1, 256, CV_8UC1);
+  for (int i = 0; i < 256; ++i) table.at<std::uint8_t>(i) = static_cast<std::uint8_t>(i * i / 255);
+  const cv::Mat source = AsMat(p.source);
+  cv::Mat result = AsMat(p.result);
+  Run(state, [&] { cv::LUT(source, table, result); });
+}
+BENCHMARK(PeerLookUp)->Apply(BothSizes);
+
+#endif
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,129 @@
+#include "viewer/geometry.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
+
+#include "tests/support/instruction_sets.h"
+
+namespace corvane {
+namespace {
+
+// Where the picture's pixel (x, y), x from the left and y from the bottom, comes to stand.
+using Place = std::pair<int, int> (*)(int x, int y, int width, int height);
+
+struct Turn {
+  const char* name;
+  void (*display)(ConstGrayView, GrayView);
+  FloatImage (*data)(ConstFloatView);
+  bool turnsSides;
+  Place place;
+};
+
+const Turn kTurns[] = {
+    {"rotate 90", Rotate90, Rotate90, true, [](int x, int y, int, int h) { return std::pair(h - 1 - y, x); }},
+    {"rotate 180", Rotate180, Rotate180, false,
+     [](int x, int y, int w, int h) { return std::pair(w - 1 - x, h - 1 - y); }},
+    {"flip vertical", FlipVertical, FlipVertical, false,
+     [](int x, int y, int w, int) { return std::pair(w - 1 - x, y); }},
+    {"flip horizontal", FlipHorizontal, FlipHorizontal, false,
+     [](int x, int y, int, int h) { return std::pair(x, h - 1 - y); }},
+};
+
+// Two pixels of a row or column never agree; padding holds what must not be copied.
+DisplayBitmap Picture(int width, int height) {
+  DisplayBitmap picture(width, height);
+  for (std::size_t i = 0; i < picture.bits.size(); ++i) picture.bits[i] = 255;
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x)
+      picture.View().At(x, y) = static_cast<std::uint8_t>(3 * x + 89 * y + x / 80);
+  }
+  return picture;
+}
+
+std::vector<std::pair<int, int>> Sizes() {
+  std::vector<std::pair<int, int>> sizes = {{16, 16}, {17, 33}, {64, 65}, {131, 70}, {200, 15}, {15, 200}};
+  for (int width = 1; width <= 9; ++width) {
+    for (int height = 1; height <= 9; ++height) sizes.emplace_back(width, height);
+  }
+  return sizes;
+}
+
+void ExpectDisplayTurned(const Turn& turn, const DisplayBitmap& source) {
+  const int width = turn.turnsSides ? source.height : source.width;
+  const int height = turn.turnsSides ? source.width : source.height;
+  DisplayBitmap result(width, height);
+  for (std::size_t i = 0; i < result.bits.size(); ++i) result.bits[i] = 99;
+  turn.display(source.View(), result.View());
+  for (int y = 0; y < source.height; ++y) {
+    for (int x = 0; x < source.width; ++x) {
+      const auto [newX, newY] = turn.place(x, y, source.width, source.height);
+      ASSERT_EQ(result.View().At(newX, newY), source.View().At(x, y)) << x << ',' << y;
+    }
+  }
+  for (int y = 0; y < height; ++y) {
+    for (int x = width; x < result.stride; ++x)
+      ASSERT_EQ(result.View().Row(y)[x], 0) << "padding of row " << y;
+  }
+}
+
+void ExpectDataTurned(const Turn& turn, int width, int height) {
+  FloatImage source(width, height);
+  for (std::size_t i = 0; i < source.Count(); ++i) source.Edit().values[i] = static_cast<float>(i);
+  const FloatImage result = turn.data(source.View());
+  ASSERT_EQ(result.Width(), turn.turnsSides ? height : width);
+  ASSERT_EQ(result.Height(), turn.turnsSides ? width : height);
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      const auto [newX, newY] = turn.place(x, height - 1 - y, width, height);
+      ASSERT_EQ(result.View().At(newX, result.Height() - 1 - newY), source.View().At(x, y)) << x << ',' << y;
+    }
+  }
+}
+
+TEST(Geometry, MovesEveryPixelOfPictureAndDataToTheSamePlaceOnScreen) {
+  OnEveryInstructionSet([] {
+    for (const Turn& turn : kTurns) {
+      for (const auto& [width, height] : Sizes()) {
+        SCOPED_TRACE(testing::Message() << turn.name << ' ' << width << 'x' << height);
+        ExpectDisplayTurned(turn, Picture(width, height));
+        ExpectDataTurned(turn, width, height);
+        if (testing::Test::HasFatalFailure()) return;
+      }
+    }
+  });
+}
+
+TEST(Geometry, FourQuarterTurnsGiveThePictureBack) {
+  DisplayBitmap picture = Picture(37, 22);
+  for (int turn = 0; turn < 4; ++turn) {
+    DisplayBitmap turned(picture.height, picture.width);
+    Rotate90(picture.View(), turned.View());
+    picture = std::move(turned);
+  }
+  const DisplayBitmap original = Picture(37, 22);
+  for (int y = 0; y < 22; ++y) {
+    for (int x = 0; x < 37; ++x) ASSERT_EQ(picture.View().At(x, y), original.View().At(x, y));
+  }
+}
+
+TEST(Geometry, TheBottomRightCornerTurnsToTheTopRight) {
+  DisplayBitmap source(3, 2);
+  source.View().At(2, 0) = 200;
+  DisplayBitmap result(2, 3);
+  Rotate90(source.View(), result.View());
+  EXPECT_EQ(result.stride, 4);
+  EXPECT_EQ(result.View().At(1, 2), 200);
+}
+
+TEST(Geometry, DataOfAQuarterTurnMoveToColumnOfTheirRow) {
+  FloatImage source(3, 2);
+  for (int i = 0; i < 6; ++i) source.Edit().values[i] = static_cast<float>(i);
+  const FloatImage result = Rotate90(source.View());  // (x, y) -> (y, 2 - x)
+  const std::vector<float> values(result.View().values, result.View().values + 6);
+  EXPECT_EQ(values, (std::vector<float>{2, 5, 1, 4, 0, 3}));
+}
+
+}  // namespace
+}  // namespace corvane
