@@ -37,10 +37,10 @@ void FindRange(const float* values, std::size_t count, float* minimum, float* ma
   *maximum = most;
 }
 
+// The comparison passes not-a-number on to the conversion, which packs to 0 as negative values do.
 ALWAYS_INLINE Ints Levels(const float* values, Floats minimum, Floats scale) {
-  // 255 is the first operand, so that not-a-number passes on to the conversion, which packs to 0.
   const Floats v = (Load<Floats>(values) - minimum) * scale;
-  return RoundToInts(v > Broadcast(255.0f) ? Broadcast(255.0f) : v < Broadcast(0.0f) ? Broadcast(0.0f) : v);
+  return RoundToInts(Smaller(v, Broadcast(255.0f)));
 }
 
 void MapRow(const float* values, float minimum, float scale, std::uint8_t* levels, int width) {

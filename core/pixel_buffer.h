@@ -65,6 +65,13 @@ class PixelBuffer {
   std::size_t capacity_ = 0;
 };
 
+// Gives `buffer` this length, values unspecified. Where memory does not suffice it stays as it was, and
+// std::bad_alloc is thrown.
+template <class T>
+void ReplaceSize(PixelBuffer<T>& buffer, std::size_t count) {
+  if (buffer.size() != count) buffer = PixelBuffer<T>(count);
+}
+
 using ByteBuffer = PixelBuffer<unsigned char>;
 
 }  // namespace corvane
