@@ -1,0 +1,141 @@
+#include "platform/HelpViewer.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QKeySequence>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTextBlock>
+#include <QVBoxLayout>
+
+#include "platform/QtText.h"
+
+namespace corvane {
+namespace {
+
+constexpr qint64 kLargestManual = 16 << 20;
+const QString kSource = QStringLiteral("manual");
+
+QPushButton* MakeButton(const char* name, const QString& text, const QString& description) {
+  auto* button = new QPushButton(text);
+  button->setObjectName(name);
+  button->setAccessibleName(description);
+  button->setToolTip(description);
+  button->setAutoDefault(false);
+  return button;
+}
+
+bool HasAnchor(const QTextDocument& document, const QString& anchor) {
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+    for (auto part = block.begin(); !part.atEnd(); ++part)
+      if (part.fragment().charFormat().anchorNames().contains(anchor)) return true;
+  return false;
+}
+
+}  // namespace
+
+QVariant HelpViewer::Page::loadResource(int type, const QUrl&) {
+  return type == QTextDocument::HtmlResource ? QVariant(html) : QVariant();
+}
+
+HelpViewer::HelpViewer() : page_(new Page), txbFind_(new QLineEdit), lblFound_(new QLabel) {
+  setObjectName("HelpViewer");
+  setWindowTitle("Corvane Help");
+  setAttribute(Qt::WA_QuitOnClose, false);
+  page_->setObjectName("txbHelp");
+  page_->setAccessibleName("Corvane manual");
+  page_->document()->setDocumentMargin(12);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(MakeBar());
+  layout->addWidget(page_);
+  resize(760, 600);
+
+  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, txbFind_, [this] {
+    txbFind_->setFocus();
+    txbFind_->selectAll();
+  });
+  connect(new QShortcut(QKeySequence::FindNext, this), &QShortcut::activated, this, [this] { Find({}); });
+  connect(new QShortcut(QKeySequence::FindPrevious, this), &QShortcut::activated, this,
+          [this] { Find(QTextDocument::FindBackward); });
+  connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, &QWidget::close);
+}
+
+QWidget* HelpViewer::MakeBar() {
+  auto* contents = MakeButton("cmdContents", "&Contents", "Contents of the manual");
+  auto* back = MakeButton("cmdBack", "&Back", "Back to the page before");
+  auto* forward = MakeButton("cmdForward", "&Forward", "Forward again");
+  back->setEnabled(false);
+  forward->setEnabled(false);
+  back->setShortcut(QKeySequence::Back);
+  forward->setShortcut(QKeySequence::Forward);
+  connect(contents, &QPushButton::clicked, this, [this] { ShowTopic(""); });
+  connect(back, &QPushButton::clicked, page_, &QTextBrowser::backward);
+  connect(forward, &QPushButton::clicked, page_, &QTextBrowser::forward);
+  connect(page_, &QTextBrowser::backwardAvailable, back, &QWidget::setEnabled);
+  connect(page_, &QTextBrowser::forwardAvailable, forward, &QWidget::setEnabled);
+
+  txbFind_->setObjectName("txbFind");
+  txbFind_->setAccessibleName("Text to find in the manual");
+  txbFind_->setPlaceholderText("Text to find");
+  txbFind_->setClearButtonEnabled(true);
+  auto* label = new QLabel("Fi&nd");
+  label->setBuddy(txbFind_);
+  lblFound_->setObjectName("lblFound");
+  auto* next = MakeButton("cmdFind", "Find Ne&xt", "Find the text again further down");
+  connect(txbFind_, &QLineEdit::returnPressed, this, [this] { Find({}); });
+  connect(txbFind_, &QLineEdit::textEdited, lblFound_, &QLabel::clear);
+  connect(next, &QPushButton::clicked, this, [this] { Find({}); });
+
+  auto* bar = new QWidget;
+  auto* row = new QHBoxLayout(bar);
+  row->setContentsMargins(0, 0, 0, 0);
+  for (QWidget* widget :
+       {static_cast<QWidget*>(contents), static_cast<QWidget*>(back), static_cast<QWidget*>(forward)})
+    row->addWidget(widget);
+  row->addStretch();
+  row->addWidget(lblFound_);
+  row->addWidget(label);
+  row->addWidget(txbFind_);
+  row->addWidget(next);
+  return bar;
+}
+
+bool HelpViewer::Load(const std::filesystem::path& file) {
+  QFile manual(ToQt(file));
+  if (!QFileInfo(manual).isFile() || !manual.open(QIODevice::ReadOnly)) return false;
+  const QByteArray bytes = manual.read(kLargestManual);
+  if (bytes.isEmpty()) return false;
+  const QString html = QString::fromUtf8(bytes);
+  if (html == page_->html) return true;
+  page_->html = html;
+  page_->clearHistory();
+  page_->setSource(QUrl(kSource), QTextDocument::HtmlResource);
+  page_->reload();
+  return true;
+}
+
+void HelpViewer::ShowTopic(const QString& topic) {
+  const bool known = !topic.isEmpty() && HasAnchor(*page_->document(), topic);
+  page_->setSource(QUrl(known ? kSource + '#' + topic : kSource), QTextDocument::HtmlResource);
+  if (!known) page_->moveCursor(QTextCursor::Start);
+  show();
+  raise();
+  activateWindow();
+  page_->setFocus();
+}
+
+void HelpViewer::Find(QTextDocument::FindFlags flags) {
+  const QString text = txbFind_->text();
+  if (text.isEmpty()) return;
+  bool found = page_->find(text, flags);
+  if (!found) {
+    const QTextCursor before = page_->textCursor();
+    page_->moveCursor(flags & QTextDocument::FindBackward ? QTextCursor::End : QTextCursor::Start);
+    found = page_->find(text, flags);
+    if (!found) page_->setTextCursor(before);
+  }
+  lblFound_->setText(found ? "" : "Not found");
+}
+
+}  // namespace corvane

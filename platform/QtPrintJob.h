@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QPainter>
+#include <QPrinter>
+
+#include "platform/platform.h"
+
+namespace corvane {
+
+class QtPrintJob : public PrintJob {
+ public:
+  explicit QtPrintJob(std::unique_ptr<QPrinter> printer);
+  float PageWidth() const override;
+  float PageHeight() const override;
+  void Picture(const std::filesystem::path& bitmap, float left, float top, float width,
+               float height) override;
+  void Text(const std::string& text) override;
+  bool End() override;
+
+ private:
+  QRectF Page() const;
+
+  std::unique_ptr<QPrinter> printer_;
+  QPainter painter_;
+  bool failed_ = false;
+};
+
+// Qt's print dialog, which offers a PDF file where there is no printer. Null when it was cancelled.
+std::unique_ptr<PrintJob> ShowPrintDialog(const std::string& documentName);
+
+}  // namespace corvane
