@@ -21,6 +21,7 @@ void StoreSlot(ModCV& cv, int slot) {
 }
 
 void LoadSlotData(ModCV& cv) {
+  if (cv.CurrentSlot < 0 || cv.CurrentSlot >= kSlots) return;
   cv.ImageData = cv.SlotData[cv.CurrentSlot];
   const ValueRange range = FindRange(cv.ImageData.View());
   cv.ImageMin = range.min;
@@ -29,6 +30,7 @@ void LoadSlotData(ModCV& cv) {
 
 std::string HeaderText(const ModCV& cv, int slot) {
   std::string text;
+  if (slot < 0 || slot >= kSlots) return text;
   for (const std::string& card : cv.SlotHeader[slot]) text += card + "\r\n";
   return text;
 }

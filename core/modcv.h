@@ -102,10 +102,11 @@ struct ModCV {
 // Copies the working state of a FITS image into the slot; any slot outside 0..9 does nothing.
 void StoreSlot(ModCV& cv, int slot);
 
-// `ImageData` becomes the data of the current slot, `ImageMin` and `ImageMax` its range.
+// `ImageData` becomes the data of the current slot, `ImageMin` and `ImageMax` its range. Does nothing where
+// CurrentSlot is outside 0..9.
 void LoadSlotData(ModCV& cv);
 
-// The cards of a slot's header, each followed by CR LF.
+// The cards of a slot's header, each followed by CR LF; "" for a slot outside 0..9.
 std::string HeaderText(const ModCV& cv, int slot);
 
 }  // namespace corvane

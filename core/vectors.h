@@ -83,6 +83,25 @@ ALWAYS_INLINE Ints RoundToInts(Floats v) {
 #endif
 }
 
+// Two vectors of integers to one vector of words, limited to 0..65535, in order.
+ALWAYS_INLINE Words PackToWords(Ints a, Ints b) {
+#if defined(__AVX512BW__)
+  const __m512i order = _mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7);
+  return (Words)_mm512_permutexvar_epi64(order, _mm512_packus_epi32((__m512i)a, (__m512i)b));
+#elif defined(__AVX2__)
+  return (Words)_mm256_permute4x64_epi64(_mm256_packus_epi32((__m256i)a, (__m256i)b), 0b11011000);
+#elif defined(__SSE4_1__)
+  return (Words)_mm_packus_epi32((__m128i)a, (__m128i)b);
+#else
+  Words r;
+  for (int i = 0; i < 2 * kLanes; ++i) {
+    const std::int32_t v = i < kLanes ? a[i] : b[i - kLanes];
+    r[i] = (std::uint16_t)(v < 0 ? 0 : v > 65535 ? 65535 : v);
+  }
+  return r;
+#endif
+}
+
 // Four vectors of integers to one vector of bytes, limited to 0..255, in order.
 ALWAYS_INLINE Octets PackToOctets(Ints a, Ints b, Ints c, Ints d) {
 #if defined(__AVX512BW__)
