@@ -146,7 +146,8 @@ int main(int argc, char** argv) {
   const std::vector<Rgb> blueTurquoise{
       {0, 0, 0}, {0, 0, 176}, {0, 140, 190}, {70, 220, 110}, {255, 255, 255}};
   const std::vector<Rgb> redYellow{{0, 0, 0}, {180, 0, 0}, {245, 125, 0}, {255, 230, 50}, {255, 255, 255}};
-  const std::vector<Rgb> blueRed{{0, 0, 0}, {20, 0, 190}, {225, 30, 50}, {255, 255, 255}};
+  const std::vector<Rgb> blueRed{{0, 0, 0},      {0, 0, 170},   {60, 5, 172},
+                                 {120, 20, 150}, {225, 30, 50}, {255, 255, 255}};
   const bool written =
       write("gr_8.bm_", PaletteTemplate(GrayRamp())) && write("gr_24.bm_", BitmapHeader(24, 0)) &&
       write("btgw_fc.bm_", PaletteTemplate(EvenLightness(blueTurquoise))) &&

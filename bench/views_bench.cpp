@@ -6,6 +6,7 @@
 #include <cstring>
 #include <random>
 
+#include "analysis/views.h"
 #include "core/byte_map.h"
 #include "viewer/geometry.h"
 
@@ -85,6 +86,24 @@ void LookUp(benchmark::State& state) {
 }
 BENCHMARK(LookUp)->Apply(BothSizes);
 
+void Raster(benchmark::State& state) {
+  Pictures p(state);
+  Run(state, [&] { RasterView(p.source.View(), 5, p.result.View()); });
+}
+BENCHMARK(Raster)->Apply(BothSizes);
+
+void Negative(benchmark::State& state) {
+  Pictures p(state);
+  Run(state, [&] { NegativeView(p.source.View(), p.result.View()); });
+}
+BENCHMARK(Negative)->Apply(BothSizes);
+
+void Edge(benchmark::State& state) {
+  Pictures p(state);
+  Run(state, [&] { EdgeView(p.source.View(), p.result.View()); });
+}
+BENCHMARK(Edge)->Apply(BothSizes);
+
 #if defined(HAVE_OPENCV)
 
 cv::Mat AsMat(DisplayBitmap& picture) {
@@ -123,6 +142,25 @@ void PeerLookUp(benchmark::State& state) {
   Run(state, [&] { cv::LUT(source, table, result); });
 }
 BENCHMARK(PeerLookUp)->Apply(BothSizes);
+
+void PeerNegative(benchmark::State& state) {
+  cv::setNumThreads(1);
+  Pictures p(state);
+  const cv::Mat source = AsMat(p.source);
+  cv::Mat result = AsMat(p.result);
+  Run(state, [&] { cv::bitwise_not(source, result); });
+}
+BENCHMARK(PeerNegative)->Apply(BothSizes);
+
+void PeerEdge(benchmark::State& state) {
+  cv::setNumThreads(1);
+  Pictures p(state);
+  const cv::Mat weights = (cv::Mat_<float>(3, 3) << -2, -5, 0, -5, 0, 5, 0, 5, 2);
+  const cv::Mat source = AsMat(p.source);
+  cv::Mat result = AsMat(p.result);
+  Run(state, [&] { cv::filter2D(source, result, CV_8U, weights, {-1, -1}, 100); });
+}
+BENCHMARK(PeerEdge)->Apply(BothSizes);
 
 #endif
 
