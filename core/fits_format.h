@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/refusal.h"
@@ -13,7 +14,7 @@ namespace corvane {
 
 inline constexpr int kCardSize = 80;
 inline constexpr int kBlockSize = 2880;
-inline constexpr int kMaxCards = 1001;
+inline constexpr int kMaxCards = 1000;  // of a header, END included
 
 // What the header says of the data.
 struct FitsLayout {
@@ -29,6 +30,10 @@ struct FitsLayout {
   }
   std::int64_t DataBytes() const { return RowBytes() * height; }
 };
+
+// The cards at the beginning of a file, up to and with the one whose keyword is END; none where END is
+// missing among the first kMaxCards.
+std::vector<std::string> SplitCards(std::string_view file);
 
 // Size, sample type and scaling of the image that `cards` describe, or why it cannot be shown. A refusal with
 // an empty text is silent.
