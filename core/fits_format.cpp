@@ -124,7 +124,7 @@ std::vector<std::string> SplitCards(std::string_view file) {
 }
 
 std::optional<Refusal> ReadLayout(std::span<const std::string> cards, FitsLayout& layout) {
-  CardSearch search{.cards = cards};
+  CardSearch search{cards, 0, std::nullopt};
   FitsLayout found;
   if (auto refusal = ReadSampleType(search, found.bytesPerPixel)) return refusal;
   if (auto refusal = ReadAxes(search, found)) return refusal;

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <charconv>
-#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <limits>
