@@ -9,6 +9,7 @@
 #include "analysis/views.h"
 #include "core/byte_map.h"
 #include "viewer/geometry.h"
+#include "viewer/magnify.h"
 
 #if defined(HAVE_OPENCV)
 #include <opencv2/core.hpp>
@@ -104,6 +105,28 @@ void Edge(benchmark::State& state) {
 }
 BENCHMARK(Edge)->Apply(BothSizes);
 
+// 1000 x 1000 to 3000 x 3000: close to the largest picture allowed.
+template <void (*Enlarge)(ConstGrayView, int, GrayView)>
+void Magnify(benchmark::State& state) {
+  const DisplayBitmap source = Noise(1000, 1000);
+  DisplayBitmap result(3000, 3000);
+  for (auto _ : state) {
+    Enlarge(source.View(), 3, result.View());
+    benchmark::ClobberMemory();
+  }
+}
+BENCHMARK(Magnify<Replicate>)->Name("MagnifyReplicated")->Unit(benchmark::kMillisecond);
+BENCHMARK(Magnify<Interpolate>)->Name("MagnifyInterpolated")->Unit(benchmark::kMillisecond);
+
+template <FloatImage (*Enlarge)(ConstFloatView, int)>
+void MagnifyData(benchmark::State& state) {
+  FloatImage source(1000, 1000);
+  for (std::size_t i = 0; i < source.Count(); ++i) source.Edit().values[i] = static_cast<float>(i % 30011);
+  for (auto _ : state) benchmark::DoNotOptimize(Enlarge(source.View(), 3).View().values);
+}
+BENCHMARK(MagnifyData<Replicate>)->Name("MagnifyDataReplicated")->Unit(benchmark::kMillisecond);
+BENCHMARK(MagnifyData<Interpolate>)->Name("MagnifyDataInterpolated")->Unit(benchmark::kMillisecond);
+
 #if defined(HAVE_OPENCV)
 
 cv::Mat AsMat(DisplayBitmap& picture) {
@@ -151,6 +174,17 @@ void PeerNegative(benchmark::State& state) {
   Run(state, [&] { cv::bitwise_not(source, result); });
 }
 BENCHMARK(PeerNegative)->Apply(BothSizes);
+
+template <int Method>
+void PeerMagnify(benchmark::State& state) {
+  cv::setNumThreads(1);
+  DisplayBitmap source = Noise(1000, 1000);
+  DisplayBitmap enlarged(3000, 3000);
+  cv::Mat result = AsMat(enlarged);
+  for (auto _ : state) cv::resize(AsMat(source), result, result.size(), 0, 0, Method);
+}
+BENCHMARK(PeerMagnify<cv::INTER_NEAREST>)->Name("PeerMagnifyReplicated")->Unit(benchmark::kMillisecond);
+BENCHMARK(PeerMagnify<cv::INTER_LINEAR>)->Name("PeerMagnifyInterpolated")->Unit(benchmark::kMillisecond);
 
 void PeerEdge(benchmark::State& state) {
   cv::setNumThreads(1);
