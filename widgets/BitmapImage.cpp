@@ -2,11 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <cstring>
 #include <vector>
-
-#include "core/files.h"
 
 namespace corvane {
 namespace {
@@ -16,41 +13,15 @@ constexpr int kPaletteEntries = 256;
 constexpr int kPaletteEnd = kFixedHeader + 4 * kPaletteEntries;
 constexpr std::int64_t kBlock = 256 * 1024;  // stays in the cache between reading and copying
 
+using Header = std::array<unsigned char, kPaletteEnd>;
+
 std::uint32_t Field(const unsigned char* bytes, int size) {
   std::uint32_t value = 0;
   for (int i = size - 1; i >= 0; --i) value = value << 8 | bytes[i];
   return value;
 }
 
-struct Layout {
-  int bits = 0;
-  int width = 0;
-  int height = 0;
-  std::int64_t stride = 0;
-  std::int64_t offset = 0;
-};
-
-// What the header promises, or zero bits where the program never writes such a file or it is cut short.
-Layout ReadLayout(const std::array<unsigned char, kPaletteEnd>& header, std::size_t read,
-                  std::int64_t fileSize) {
-  Layout layout;
-  if (read < kFixedHeader || header[0] != 'B' || header[1] != 'M') return layout;
-  const std::uint32_t width = Field(&header[18], 4);
-  const std::uint32_t height = Field(&header[22], 4);
-  const std::uint32_t bits = Field(&header[28], 2);
-  const bool known = Field(&header[14], 4) == 40 && Field(&header[30], 4) == 0 && (bits == 8 || bits == 24);
-  if (!known || width == 0 || height == 0 || width > INT32_MAX || height > INT32_MAX) return layout;
-  layout.width = static_cast<int>(width);
-  layout.height = static_cast<int>(height);
-  layout.stride = (std::int64_t{width} * bits / 8 + 3) / 4 * 4;
-  layout.offset = Field(&header[10], 4);
-  const std::int64_t firstPixel = bits == 8 ? kPaletteEnd : kFixedHeader;
-  if (layout.offset < firstPixel || layout.offset > fileSize) return layout;
-  if (layout.stride <= (fileSize - layout.offset) / height) layout.bits = static_cast<int>(bits);
-  return layout;
-}
-
-QList<QRgb> Palette(const std::array<unsigned char, kPaletteEnd>& header) {
+QList<QRgb> Palette(const Header& header) {
   QList<QRgb> colors(kPaletteEntries);
   for (int i = 0; i < kPaletteEntries; ++i) {
     const unsigned char* entry = &header[kFixedHeader + 4 * i];
@@ -59,47 +30,74 @@ QList<QRgb> Palette(const std::array<unsigned char, kPaletteEnd>& header) {
   return colors;
 }
 
-void CopyRow(const unsigned char* source, uchar* target, const Layout& layout) {
-  if (layout.bits == 8) {
-    std::memcpy(target, source, static_cast<std::size_t>(layout.width));
+}  // namespace
+
+BitmapFile::BitmapFile(const std::filesystem::path& path) : file_(path) {
+  if (file_.Error() != 0 || !ReadHeader()) bits_ = 0;
+}
+
+bool BitmapFile::ReadHeader() {
+  Header header{};
+  const std::size_t read = file_.ReadAt(0, header.data(), header.size());
+  if (read < kFixedHeader || header[0] != 'B' || header[1] != 'M') return false;
+  const std::uint32_t width = Field(&header[18], 4);
+  const std::uint32_t height = Field(&header[22], 4);
+  bits_ = static_cast<int>(Field(&header[28], 2));
+  if (Field(&header[14], 4) != 40 || Field(&header[30], 4) != 0 || (bits_ != 8 && bits_ != 24)) return false;
+  if (width == 0 || height == 0 || width > INT32_MAX || height > INT32_MAX) return false;
+  width_ = static_cast<int>(width);
+  height_ = static_cast<int>(height);
+  stride_ = (std::int64_t{width} * bits_ / 8 + 3) / 4 * 4;
+  offset_ = Field(&header[10], 4);
+  if (offset_ < (bits_ == 8 ? kPaletteEnd : kFixedHeader) || offset_ > file_.Size()) return false;
+  if (bits_ == 8) palette_ = Palette(header);
+  return stride_ <= (file_.Size() - offset_) / height;
+}
+
+QImage BitmapFile::Part(const QRect& part) const {
+  if (!IsOpen()) return {};
+  QImage image(part.size(), bits_ == 8 ? QImage::Format_Indexed8 : QImage::Format_RGB888);
+  if (image.isNull()) return {};
+  if (bits_ == 8) image.setColorTable(palette_);
+  return ReadRows(part, image) ? image : QImage();
+}
+
+bool BitmapFile::ReadRows(const QRect& part, QImage& image) const {
+  const std::int64_t skipped = std::int64_t{part.x()} * bits_ / 8;
+  const std::int64_t wanted = std::int64_t{part.width()} * bits_ / 8;
+  // Wide parts are read in blocks of whole rows, narrow ones row by row.
+  const bool wholeRows = 4 * wanted >= stride_;
+  const int rowsPerRead =
+      wholeRows ? static_cast<int>(std::clamp<std::int64_t>(kBlock / stride_, 1, part.height())) : 1;
+  std::vector<unsigned char> block(static_cast<std::size_t>(wholeRows ? rowsPerRead * stride_ : wanted));
+  const int bottom = height_ - 1 - part.bottom();
+  for (int first = 0; first < part.height(); first += rowsPerRead) {
+    const int rows = std::min(rowsPerRead, part.height() - first);
+    const auto bytes = static_cast<std::size_t>(wholeRows ? rows * stride_ : wanted);
+    const std::int64_t start = offset_ + (bottom + first) * stride_ + (wholeRows ? 0 : skipped);
+    if (file_.ReadAt(start, block.data(), bytes) != bytes) return false;
+    for (int row = 0; row < rows; ++row)
+      CopyRow(block.data() + (wholeRows ? row * stride_ + skipped : 0),
+              image.scanLine(part.height() - 1 - first - row), part.width());
+  }
+  return true;
+}
+
+void BitmapFile::CopyRow(const unsigned char* source, uchar* target, int width) const {
+  if (bits_ == 8) {
+    std::memcpy(target, source, static_cast<std::size_t>(width));
     return;
   }
-  for (int x = 0; x < layout.width; ++x, source += 3, target += 3) {
+  for (int x = 0; x < width; ++x, source += 3, target += 3) {
     target[0] = source[2];
     target[1] = source[1];
     target[2] = source[0];
   }
 }
 
-bool ReadRows(const InputFile& file, const Layout& layout, QImage& image) {
-  const int rowsPerBlock =
-      static_cast<int>(std::clamp<std::int64_t>(kBlock / layout.stride, 1, layout.height));
-  std::vector<unsigned char> block(static_cast<std::size_t>(rowsPerBlock * layout.stride));
-  for (int first = 0; first < layout.height; first += rowsPerBlock) {
-    const int rows = std::min(rowsPerBlock, layout.height - first);
-    const auto bytes = static_cast<std::size_t>(rows * layout.stride);
-    if (file.ReadAt(layout.offset + first * layout.stride, block.data(), bytes) != bytes) return false;
-    for (int row = 0; row < rows; ++row)
-      CopyRow(&block[static_cast<std::size_t>(row * layout.stride)],
-              image.scanLine(layout.height - 1 - first - row), layout);
-  }
-  return true;
-}
-
-}  // namespace
-
 QImage LoadBitmapImage(const std::filesystem::path& path) {
-  const InputFile file(path);
-  if (file.Error() != 0) return {};
-  std::array<unsigned char, kPaletteEnd> header{};
-  const std::size_t read = file.ReadAt(0, header.data(), header.size());
-  const Layout layout = ReadLayout(header, read, file.Size());
-  if (layout.bits == 0) return {};
-  QImage image(layout.width, layout.height,
-               layout.bits == 8 ? QImage::Format_Indexed8 : QImage::Format_RGB888);
-  if (image.isNull()) return {};
-  if (layout.bits == 8) image.setColorTable(Palette(header));
-  return ReadRows(file, layout, image) ? image : QImage();
+  const BitmapFile file(path);
+  return file.Part(QRect(QPoint(0, 0), file.Size()));
 }
 
 }  // namespace corvane

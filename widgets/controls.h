@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QString>
+#include <QWidget>
+#include <string>
+
+namespace corvane {
+
+// Gives a control the name that tools and tests address it by, and what a screen reader says of it.
+template <class Widget>
+Widget* Named(Widget* widget, const char* name, const QString& accessibleName = {}) {
+  widget->setObjectName(QLatin1String(name));
+  if (!accessibleName.isEmpty()) widget->setAccessibleName(accessibleName);
+  return widget;
+}
+
+// A label that shows its text as it is: no markup, whatever a file name or a header card contains.
+QLabel* PlainLabel(const QString& text = {}, QWidget* parent = nullptr);
+
+// A text box that only shows a value. It never takes the focus and lets every shortcut of its window through.
+class ReadOnlyBox : public QLineEdit {
+ public:
+  explicit ReadOnlyBox(QWidget* parent = nullptr);
+
+ protected:
+  bool event(QEvent* event) override;
+};
+
+// Lists, sliders and spin controls change by the wheel only while they have the focus, so that scrolling
+// past one changes nothing.
+void WheelOnlyWithFocus(QWidget* widget);
+
+// UTF-8 text of the store as the toolkit takes it.
+inline QString Text(const std::string& utf8) { return QString::fromStdString(utf8); }
+
+}  // namespace corvane
