@@ -25,6 +25,8 @@ inline constexpr int kLanes = kVectorBytes / 4;  // floats or 32-bit integers in
 
 using Floats = float __attribute__((vector_size(kVectorBytes)));
 using Ints = std::int32_t __attribute__((vector_size(kVectorBytes)));
+using Doubles = double __attribute__((vector_size(kVectorBytes)));
+using Longs = std::int64_t __attribute__((vector_size(kVectorBytes)));
 using Words = std::uint16_t __attribute__((vector_size(kVectorBytes)));
 using Octets = std::uint8_t __attribute__((vector_size(kVectorBytes)));
 
