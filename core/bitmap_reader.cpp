@@ -49,11 +49,13 @@ std::optional<BitmapFields> ReadFields(ModCV& cv, Platform& os, const InputFile&
   }
   std::array<unsigned char, kBitmapFieldsSize> bytes{};
   const std::size_t got = file.ReadAt(0, bytes.data(), bytes.size());
-  const BitmapFields fields = ParseBitmapFields(bytes);
-  if (got < bytes.size() && !IsOlderKind(fields, file.Size())) {
+  BitmapFields fields = ParseBitmapFields(bytes);
+  if (got == bytes.size()) return fields;
+  if (!IsOlderKind(fields, file.Size())) {
     Refuse(cv, os, kDamaged);
     return std::nullopt;
   }
+  fields.compression = 0;  // a field it does not have
   return fields;
 }
 
