@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QPointer>
+#include <QDialog>
+#include <memory>
 
 #include "core/modcv.h"
 #include "platform/desk.h"
@@ -9,26 +10,32 @@
 
 namespace corvane {
 
-// The desk of the running program: shows, positions and unloads the real windows. What it asks of a main
-// window (ToolWindow):
-//   Open()    reads the store; called once, before the window is shown
-//   Unload()  applies the unload rules once (settings, working files) and asks nothing; called when the
-//             window gives way and when the program is ended from outside
+// The desk of the running program: shows, positions and unloads the real windows.
 class ApplicationDesk : public Desk {
  public:
   ApplicationDesk(ModCV& cv, Platform& os) : cv_(cv), os_(os) {}
 
-  // The opener has recorded WindowLeft and WindowTop and committed what it shows.
+  // The opener has recorded WindowLeft and WindowTop and committed what it shows. Its unload rules run before
+  // the next window reads the store: what they delete is never a file of the next window.
   void Replace(Window next) override;
+  // The dialog stands beside the main window, wholly on its screen. It blocks the main window alone: the help
+  // window stays usable.
   void ShowModal(Dialog dialog) override;
 
-  // What File > Exit does, without questions: nothing the program left behind stays in AppDir.
+  // What File > Exit does, without questions.
   void UnloadForGood();
+
+  // The main window on screen, or null.
+  ToolWindow* Shown() const { return shown_.get(); }
 
  private:
   ModCV& cv_;
   Platform& os_;
-  QPointer<ToolWindow> shown_;
+  std::unique_ptr<ToolWindow> shown_;
 };
+
+// `wanted` moved, and no farther than it must be, so that a window of `size` lies inside `area`. A window
+// that is larger keeps its top left corner inside.
+QPoint InsideArea(QPoint wanted, QSize size, const QRect& area);
 
 }  // namespace corvane

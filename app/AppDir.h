@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+// The program's own folder: its shipped files and every working file. Locked for this run; the lock goes with
+// the process, however it ends.
+class AppDir {
+ public:
+  enum class State { Ready, AlreadyRunning, NotWritable };
+
+  // Takes `program`, the folder of the program, or `data`, the user's own folder for it (which is made),
+  // where the first can't be written or belongs to an installed copy. A refusal touches no file.
+  AppDir(const std::filesystem::path& program, const std::filesystem::path& data);
+  ~AppDir();
+  AppDir(const AppDir&) = delete;
+  AppDir& operator=(const AppDir&) = delete;
+
+  State GetState() const { return state_; }
+  // The folder taken, or the last one tried.
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  bool Take(const std::filesystem::path& folder);
+
+  std::filesystem::path path_;
+  State state_ = State::NotWritable;
+  int lock_ = -1;
+};
+
+// True when `bytes` are what a shipped file of this name must hold: length and fields.
+bool IsIntact(const std::string& name, const std::string& bytes);
+
+}  // namespace corvane

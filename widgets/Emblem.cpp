@@ -1,0 +1,146 @@
+#include "widgets/Emblem.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QRadialGradient>
+#include <cstdint>
+
+namespace corvane {
+namespace {
+
+constexpr int kStars = 170;
+constexpr QRgb kStarColors[] = {0xffffffff, 0xffcfe0ff, 0xffffe9c8, 0xffffd2b0};
+
+// A repeatable scatter: the sky is the same at every start.
+class Scatter {
+ public:
+  qreal Next() {
+    state_ = state_ * 1664525u + 1013904223u;
+    return (state_ >> 8) / 16777216.0;
+  }
+
+ private:
+  std::uint32_t state_ = 20260u;
+};
+
+void PaintSky(QPainter& painter, const QRectF& area) {
+  QLinearGradient sky(area.topLeft(), area.bottomLeft());
+  sky.setColorAt(0, QColor(8, 10, 24));
+  sky.setColorAt(1, QColor(26, 32, 64));
+  painter.fillRect(area, sky);
+}
+
+void PaintGlow(QPainter& painter, qreal radius, const QColor& color) {
+  QRadialGradient glow(QPointF(0, 0), radius);
+  glow.setColorAt(0, color);
+  QColor edge = color;
+  edge.setAlpha(0);
+  glow.setColorAt(1, edge);
+  painter.setBrush(glow);
+  painter.drawEllipse(QPointF(0, 0), radius, radius);
+}
+
+// A tilted spiral seen from the side, `radius` long.
+void PaintGalaxy(QPainter& painter, const QPointF& center, qreal radius) {
+  painter.save();
+  painter.setPen(Qt::NoPen);
+  painter.translate(center);
+  painter.rotate(-24);
+  painter.scale(1, 0.36);
+  PaintGlow(painter, radius, QColor(120, 150, 255, 110));
+  PaintGlow(painter, radius * 0.62, QColor(190, 190, 255, 130));
+  PaintGlow(painter, radius * 0.30, QColor(255, 236, 200, 240));
+  painter.restore();
+}
+
+void PaintStars(QPainter& painter, const QRectF& area) {
+  Scatter scatter;
+  painter.setPen(Qt::NoPen);
+  for (int i = 0; i < kStars; ++i) {
+    const QPointF place(area.left() + scatter.Next() * area.width(),
+                        area.top() + scatter.Next() * area.height());
+    const qreal brightness = scatter.Next();
+    QColor color(kStarColors[static_cast<int>(scatter.Next() * 4)]);
+    color.setAlphaF(0.25 + 0.75 * brightness * brightness);
+    painter.setBrush(color);
+    const qreal radius = 0.4 + 1.2 * brightness * brightness * brightness;
+    painter.drawEllipse(place, radius, radius);
+  }
+}
+
+// The seven stars of a small crow, joined as in an atlas.
+void PaintConstellation(QPainter& painter, const QRectF& area) {
+  const QPointF stars[] = {{0.70, 0.22}, {0.78, 0.34}, {0.90, 0.30}, {0.86, 0.52}, {0.73, 0.50}};
+  QPainterPath lines;
+  const auto at = [&](const QPointF& star) {
+    return QPointF(area.left() + star.x() * area.width(), area.top() + star.y() * area.height());
+  };
+  lines.moveTo(at(stars[0]));
+  for (const int next : {1, 2, 3, 4, 1}) lines.lineTo(at(stars[next]));
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(QColor(160, 190, 255, 110), 1));
+  painter.drawPath(lines);
+  painter.setPen(Qt::NoPen);
+  for (const QPointF& star : stars) {
+    painter.save();
+    painter.translate(at(star));
+    PaintGlow(painter, 9, QColor(170, 200, 255, 120));
+    painter.setBrush(Qt::white);
+    painter.drawEllipse(QPointF(0, 0), 2.2, 2.2);
+    painter.restore();
+  }
+}
+
+void PaintText(QPainter& painter, const QRectF& area, const QString& text, int pixelSize, qreal spacing,
+               const QColor& color, int flags) {
+  QFont font = painter.font();
+  font.setPixelSize(pixelSize);
+  font.setLetterSpacing(QFont::AbsoluteSpacing, spacing);
+  painter.setFont(font);
+  painter.setPen(color);
+  painter.drawText(area, flags, text);
+}
+
+}  // namespace
+
+QPixmap SplashPicture(QSize size, qreal pixelRatio) {
+  QPixmap picture(size * pixelRatio);
+  picture.setDevicePixelRatio(pixelRatio);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QRectF area(QPointF(0, 0), QSizeF(size));
+  PaintSky(painter, area);
+  PaintGalaxy(painter, QPointF(area.width() * 0.32, area.height() * 0.40), area.width() * 0.27);
+  PaintStars(painter, area);
+  PaintConstellation(painter, area);
+  const QRectF text = area.adjusted(28, 0, -28, -24);
+  PaintText(painter, text.adjusted(0, 0, 0, -26), "Corvane", 42, 4, QColor(240, 244, 255),
+            Qt::AlignLeft | Qt::AlignBottom);
+  PaintText(painter, text, "Image processor for astronomy", 15, 0.5, QColor(180, 192, 220),
+            Qt::AlignLeft | Qt::AlignBottom);
+  PaintText(painter, text, "3.211", 15, 0.5, QColor(180, 192, 220), Qt::AlignRight | Qt::AlignBottom);
+  painter.setPen(QPen(QColor(255, 255, 255, 40), 1));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(area.adjusted(0.5, 0.5, -0.5, -0.5));
+  return picture;
+}
+
+QIcon ProgramIcon() {
+  QIcon icon;
+  for (const int side : {16, 32, 48, 128}) {
+    QPixmap picture(side, side);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath shape;
+    shape.addRoundedRect(QRectF(0, 0, side, side), side * 0.2, side * 0.2);
+    painter.setClipPath(shape);
+    PaintSky(painter, QRectF(0, 0, side, side));
+    PaintGalaxy(painter, QPointF(side * 0.5, side * 0.5), side * 0.48);
+    painter.end();
+    icon.addPixmap(picture);
+  }
+  return icon;
+}
+
+}  // namespace corvane
