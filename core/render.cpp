@@ -27,7 +27,9 @@ std::optional<Refusal> WriteSlotBitmap(ModCV& cv, int slot, ConstGrayView levels
   return refusal;
 }
 
-std::optional<Refusal> RenderNewSlot(ModCV& cv) try {
+}  // namespace
+
+std::optional<Refusal> RenderInto(ModCV& cv, int slot) try {
   const GrayView levels = MakeDisplay(cv);
   const ConstFloatView values = cv.ImageData.View();
   switch (cv.BytesPerPixel) {
@@ -43,10 +45,12 @@ std::optional<Refusal> RenderNewSlot(ModCV& cv) try {
     default:
       std::fill_n(levels.bits, levels.Size(), std::uint8_t{0});
   }
-  return WriteSlotBitmap(cv, cv.ImageCount, levels);
+  return WriteSlotBitmap(cv, slot, levels);
 } catch (const std::bad_alloc&) {
   return NotEnoughMemory();
 }
+
+namespace {
 
 std::optional<Refusal> RenderCurrentSlot(ModCV& cv) try {
   const GrayView levels = MakeDisplay(cv);
@@ -92,7 +96,7 @@ void FindMinMax(ModCV& cv) {
 }
 
 void RenderFits(ModCV& cv, Platform& os) {
-  if (const auto refusal = RenderNewSlot(cv)) {
+  if (const auto refusal = RenderInto(cv, cv.ImageCount)) {
     os.Message(refusal->text, refusal->title);
     cv.LoadFailed = true;
   }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <optional>
+
 #include "core/display_bitmap.h"
 #include "core/float_image.h"
 #include "core/modcv.h"
+#include "core/refusal.h"
 #include "platform/platform.h"
 
 namespace corvane {
@@ -21,7 +24,9 @@ void MapLevels(ConstFloatView values, float minimum, float scale, GrayView level
 // ImageMin, ImageMax and DisplayScale of ImageData for its BytesPerPixel.
 void FindMinMax(ModCV& cv);
 
-// DisplayBits from ImageData, then the display bitmap of slot ImageCount. Sets LoadFailed after a message.
+// DisplayBits from ImageData as BytesPerPixel asks, then the display bitmap of `slot`.
+std::optional<Refusal> RenderInto(ModCV& cv, int slot);
+// The same for the slot about to be added, ImageCount. Sets LoadFailed after a message.
 void RenderFits(ModCV& cv, Platform& os);
 
 // The same for the current slot after its data were saved: any range wider than 1 is stretched. Recounts

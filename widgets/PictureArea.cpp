@@ -29,10 +29,10 @@ QScrollBar* MakeBar(Qt::Orientation orientation, const char* name, const QString
 
 }  // namespace
 
-PictureArea::PictureArea(const char* pictureName, const QString& emptyText, QWidget* parent)
+PictureArea::PictureArea(const char* pictureName, QWidget* parent)
     : QWidget(parent),
       Picture1(Named(new QFrame, "Picture1", "Viewport")),
-      emptyLabel_(PlainLabel(emptyText, Picture1)),
+      emptyLabel_(PlainLabel({}, Picture1)),
       picture_(Named(new PictureBox(Picture1), pictureName, "Picture")),
       hsbHor(MakeBar(Qt::Horizontal, "hsbHor", "Scroll left and right")),
       vsbVert(MakeBar(Qt::Vertical, "vsbVert", "Scroll up and down")) {
@@ -57,7 +57,7 @@ PictureArea::PictureArea(const char* pictureName, const QString& emptyText, QWid
   }
   connect(hsbHor, &QScrollBar::valueChanged, this, &PictureArea::MovePicture);
   connect(vsbVert, &QScrollBar::valueChanged, this, &PictureArea::MovePicture);
-  ShowEmpty();
+  ShowEmpty({});
 }
 
 bool PictureArea::LoadPicture(const std::filesystem::path& path) {
@@ -69,10 +69,11 @@ bool PictureArea::LoadPicture(const std::filesystem::path& path) {
   return true;
 }
 
-void PictureArea::ShowEmpty() {
+void PictureArea::ShowEmpty(const QString& text) {
   picture_->Clear();
   picture_->SetPicture({});
   picture_->unsetCursor();
+  emptyLabel_->setText(text);
   emptyLabel_->show();
   Picture1->setFrameStyle(QFrame::Panel | QFrame::Sunken);
   Picture1->setBackgroundRole(QPalette::Base);

@@ -20,13 +20,14 @@ class PictureArea : public QWidget {
   static constexpr int kWidth = 611;
   static constexpr int kHeight = 406;
 
-  // `pictureName` is the inner picture's control name; `emptyText` stands in the empty viewport.
-  explicit PictureArea(const char* pictureName, const QString& emptyText, QWidget* parent = nullptr);
+  // `pictureName` is the inner picture's control name.
+  explicit PictureArea(const char* pictureName, QWidget* parent = nullptr);
 
   // Shows a bitmap file at its own size, scrolled to its top left corner. False, with nothing changed, where
   // the file cannot be read.
   bool LoadPicture(const std::filesystem::path& path);
-  void ShowEmpty();
+  // No picture; `text` stands in the viewport instead.
+  void ShowEmpty(const QString& text);
   // Fits viewport, coordinates and scroll bars to the picture's size.
   void SizeCheck();
   // Scrolls as little as it takes to show a pixel.

@@ -26,13 +26,12 @@ QString ItemName(const char* menu, int index) { return QStringLiteral("%1_%2").a
 
 }  // namespace
 
-ToolWindow::ToolWindow(const char* name, const char* helpTopic, ModCV& store, Platform& platform,
-                       Desk& windows)
-    : cv(store), os(platform), desk(windows), helpTopic_(helpTopic) {
+ToolWindow::ToolWindow(const char* name, ModCV& store, Platform& platform, Desk& windows)
+    : cv(store), os(platform), desk(windows) {
   setObjectName(QLatin1String(name));
   setContextMenuPolicy(Qt::NoContextMenu);
   auto* f1 = new QShortcut(QKeySequence(Qt::Key_F1), this);
-  connect(f1, &QShortcut::activated, this, [this] { OpenHelp(helpTopic_); });
+  connect(f1, &QShortcut::activated, this, [this] { OpenHelp(objectName()); });
 }
 
 void ToolWindow::AddMenu(const char* name, const char* title, std::span<const MenuItem> items,
@@ -100,13 +99,13 @@ void ToolWindow::SwitchTo(Window next) {
 void ToolWindow::mnuHelpSel_Click(int index) {
   switch (index) {
     case 0:
-      return OpenHelp("");
+      return OpenHelp({});
     case 2:
       return desk.ShowModal(Dialog::About);
   }
 }
 
-void ToolWindow::OpenHelp(const std::string& topic) { os.OpenHelp(cv.AppDir / kHelpFile, topic); }
+void ToolWindow::OpenHelp(const QString& topic) { os.OpenHelp(cv.AppDir / kHelpFile, topic.toStdString()); }
 
 void ToolWindow::EndRun() {
   running_ = false;

@@ -44,8 +44,8 @@ class ToolWindow : public QMainWindow {
   Q_OBJECT
 
  public:
-  // `helpTopic` is the anchor of the help file that F1 opens.
-  ToolWindow(const char* name, const char* helpTopic, ModCV& store, Platform& platform, Desk& windows);
+  // `name` is the window's, and the anchor of the help file that F1 opens.
+  ToolWindow(const char* name, ModCV& store, Platform& platform, Desk& windows);
 
   // Reads the store; called once, before the window is shown.
   virtual void Open() = 0;
@@ -108,9 +108,8 @@ class ToolWindow : public QMainWindow {
  private:
   void Choose(QAction* action, const Handler& handler, int index);
   void EndRun();
-  void OpenHelp(const std::string& topic);
+  void OpenHelp(const QString& topic);
 
-  std::string helpTopic_;
   bool running_ = false;
   bool closeAsked_ = false;
   bool unloaded_ = false;

@@ -4,7 +4,6 @@
 #include <QLineEdit>
 #include <QString>
 #include <QWidget>
-#include <string>
 
 namespace corvane {
 
@@ -31,8 +30,5 @@ class ReadOnlyBox : public QLineEdit {
 // Lists, sliders and spin controls change by the wheel only while they have the focus, so that scrolling
 // past one changes nothing.
 void WheelOnlyWithFocus(QWidget* widget);
-
-// UTF-8 text of the store as the toolkit takes it.
-inline QString Text(const std::string& utf8) { return QString::fromStdString(utf8); }
 
 }  // namespace corvane

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/platform.h"
+
+namespace corvane {
+
+// The busy cursor for as long as it lives; a message box ends it sooner.
+class Busy {
+ public:
+  explicit Busy(Platform& os) : os_(os) { os_.BusyCursor(true); }
+  ~Busy() { os_.BusyCursor(false); }
+  Busy(const Busy&) = delete;
+  Busy& operator=(const Busy&) = delete;
+
+ private:
+  Platform& os_;
+};
+
+}  // namespace corvane

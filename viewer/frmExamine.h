@@ -1,0 +1,113 @@
+#pragma once
+
+#include <QComboBox>
+#include <QLabel>
+#include <QStringList>
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+#include "viewer/view_table.h"
+#include "widgets/PictureArea.h"
+#include "widgets/ToolWindow.h"
+#include "widgets/controls.h"
+
+namespace corvane {
+
+// The viewer: opens, lists, shows, closes, saves and prints images, and leads to every tool. While an image
+// is open DisplayBits and the size fields describe the picture on screen.
+class frmExamine : public ToolWindow {
+  Q_OBJECT
+
+ public:
+  frmExamine(ModCV& store, Platform& platform, Desk& windows);
+
+  void Open() override;
+
+  // Shows the picture of a slot, which becomes the current one, without view, magnification or read-out.
+  void ShowImage(int slot);
+  // Switches the view off and shows the slot's own picture at its own size.
+  void ClearCheck();
+  // Closes the current image and takes it out of the list.
+  void ImageCloser();
+  // Magnifies the slot's picture by one step more (1) or less (-1).
+  void ReSizeImage(int direction);
+  // Enlarges ImageData as the picture on screen is enlarged.
+  void Magnify16();
+
+ protected:
+  void OnUnload() override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  static constexpr char kNoImage[] = "No image is open.\n\nFile > Open File, or drop files here.";
+  static constexpr int kMostMagnified = 6;
+
+  // frmExamine.cpp
+  void LayOut();
+  void Connect();
+  void mnuFileSel_Click(int index);
+  void mnuToolSel_Click(int index);
+  void Combo1_Click(int index);
+  void SelectEntry(int slot);
+  void Enter();
+  void ShowReadout(int x, int y);
+  void ClearReadout();
+  void ShowStatus(Mark pixel);
+  Mark Marker() const;
+  void SetMarker(Mark wanted);
+  void PlaceMarker(Mark wanted);
+  void EndMarker();
+  void picMark_MouseDown(int x, int y, Qt::MouseButton button);
+  void picMark_Arrow(int dx, int dy);
+
+  // frmExamine_files.cpp
+  void OpenFile();
+  void OpenDropped(const std::vector<std::filesystem::path>& files);
+  void TakeOpened(std::optional<int> slot);
+  void CloseFile();
+  void SaveImage();
+  bool SaveAsFits(const std::filesystem::path& path);
+  void PrintImage();
+
+  // frmExamine_views.cpp
+  const ViewEntry* CheckedView() const;
+  void UncheckViews();
+  void ToggleView(int index);
+  void ShowView(const ViewEntry& view);
+  bool MakePicture(const std::filesystem::path& header, const std::filesystem::path& target,
+                   DisplayBitmap picture);
+  // The file of the picture on screen.
+  std::filesystem::path ShownFile() const;
+  bool ShowFile(const std::filesystem::path& path);
+  bool ShowSlotPicture();
+  void ShowNothing(const char* reason);
+  // After a dialog that reads pictures on its own account.
+  void ReadShown();
+  void KeepView();
+  bool CommitPicture(const std::filesystem::path& picture);
+  void SwitchToTool(Window next);
+  Mark SlotPixel(Mark shown) const;
+
+  QComboBox* Combo1;
+  PictureArea* area_;
+  ReadOnlyBox* txbWidth;
+  ReadOnlyBox* txbHeight;
+  ReadOnlyBox* txbXPos;
+  ReadOnlyBox* txbYPos;
+  ReadOnlyBox* txbLum;
+  QLabel* lblStatus;
+
+  float Magnification = 1.0f;
+  bool ViewChanged = false;
+  bool MarkerMode = false;
+  bool SuppressListClick = false;
+  int ListSlot = -1;
+  int slotWidth_ = 0;  // of the slot's own picture
+  int slotHeight_ = 0;
+  QString hint_;  // what the status line says while no pixel is pointed at
+};
+
+}  // namespace corvane

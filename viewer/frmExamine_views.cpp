@@ -1,0 +1,200 @@
+#include <new>
+
+#include "core/bitmap_file.h"
+#include "core/files.h"
+#include "core/numeric.h"
+#include "core/slot_picture.h"
+#include "core/working_files.h"
+#include "platform/busy.h"
+#include "viewer/frmExamine.h"
+#include "viewer/magnify.h"
+#include "viewer/read_out.h"
+
+namespace corvane {
+namespace {
+
+constexpr char kToolMenu[] = "mnuToolSel";
+constexpr char kBroken[] = "The picture of this image is missing.";
+constexpr char kDarkHint[] =
+    "A very dark picture: Luminance Scaling, Logarithmic Scale, brings out faint detail";
+
+}  // namespace
+
+const ViewEntry* frmExamine::CheckedView() const {
+  for (const ViewEntry& view : ViewTable())
+    if (Item(kToolMenu, view.menuIndex)->isChecked()) return &view;
+  return nullptr;
+}
+
+void frmExamine::UncheckViews() {
+  for (const ViewEntry& view : ViewTable()) Item(kToolMenu, view.menuIndex)->setChecked(false);
+}
+
+std::filesystem::path frmExamine::ShownFile() const {
+  if (ViewChanged) return cv.AppDir / kDummyBitmap;
+  if (Magnification != 1) return cv.AppDir / kExpandBitmap;
+  return cv.SlotBitmap(cv.CurrentSlot);
+}
+
+void frmExamine::ShowImage(int slot) {
+  ClearReadout();
+  UncheckViews();
+  cv.CurrentSlot = slot;
+  cv.CurrentName = cv.SlotName[slot];
+  ShowSlotPicture();
+}
+
+void frmExamine::ClearCheck() {
+  UncheckViews();
+  if (cv.ImageCount > 0 && (ViewChanged || Magnification != 1)) ShowSlotPicture();
+}
+
+bool frmExamine::ShowSlotPicture() {
+  Magnification = 1;
+  ViewChanged = false;
+  const Busy busy(os);
+  if (!LoadSlotPicture(cv, os, cv.CurrentSlot)) {
+    ShowNothing(kBroken);
+    return false;
+  }
+  slotWidth_ = cv.Width();
+  slotHeight_ = cv.Height();
+  hint_ = IsMostlyDark(cv.Display()) ? kDarkHint : "";
+  return ShowFile(cv.SlotBitmap(cv.CurrentSlot));
+}
+
+bool frmExamine::ShowFile(const std::filesystem::path& path) {
+  if (!area_->LoadPicture(path)) {
+    os.Message("The file \"" + path.filename().string() + "\" can't be shown.", "FILE OPEN ERROR");
+    ShowNothing(kBroken);
+    return false;
+  }
+  txbWidth->setText(QString::number(cv.Width()));
+  txbHeight->setText(QString::number(cv.Height()));
+  ClearReadout();
+  area_->Picture()->setCursor(Qt::CrossCursor);
+  if (MarkerMode) SetMarker(Marker());  // this picture may be smaller
+  Enter();
+  return true;
+}
+
+void frmExamine::ShowNothing(const char* reason) {
+  MarkerMode = false;
+  Magnification = 1;
+  ViewChanged = false;
+  UncheckViews();
+  cv.DisplayBits = {};
+  DescribeDisplayBitmap(cv, 0, 0);
+  hint_.clear();
+  area_->ShowEmpty(QLatin1String(reason));
+  txbWidth->clear();
+  txbHeight->clear();
+  ClearReadout();
+  Enter();
+}
+
+void frmExamine::ReadShown() {
+  if (!area_->Picture()->HasPicture()) return;
+  if (LoadDisplayBits(cv, ShownFile())) ShowImage(cv.CurrentSlot);
+}
+
+void frmExamine::ToggleView(int index) {
+  for (const ViewEntry& view : ViewTable()) {
+    if (view.menuIndex != index) continue;
+    const bool wasChecked = Item(kToolMenu, index)->isChecked();
+    ClearReadout();
+    ClearCheck();
+    if (!wasChecked) ShowView(view);
+  }
+}
+
+void frmExamine::ShowView(const ViewEntry& view) try {
+  const Busy busy(os);
+  const ConstGrayView source = cv.Display();
+  DisplayBitmap picture(view.turns ? source.height : source.width, view.turns ? source.width : source.height);
+  view.display(cv, source, picture.View());
+  const std::filesystem::path dummy = cv.AppDir / kDummyBitmap;
+  if (!MakePicture(view.header(cv), dummy, std::move(picture))) return;
+  ViewChanged = true;
+  Item(kToolMenu, view.menuIndex)->setChecked(true);
+  ShowFile(dummy);
+} catch (const std::bad_alloc&) {
+  os.Message(NotEnoughMemory().text, NotEnoughMemory().title);
+}
+
+bool frmExamine::MakePicture(const std::filesystem::path& header, const std::filesystem::path& target,
+                             DisplayBitmap picture) {
+  if (const auto refusal = WriteDisplayBitmap(header, target, picture.View())) {
+    os.Message(refusal->text, refusal->title);
+    return false;
+  }
+  cv.DisplayBits = std::move(picture.bits);
+  DescribeDisplayBitmap(cv, picture.width, picture.height);
+  return true;
+}
+
+void frmExamine::ReSizeImage(int direction) try {
+  const int factor = RoundEven(Magnification) + direction;
+  if (cv.ImageCount == 0 || factor < 1 || factor > kMostMagnified) return;
+  ClearReadout();
+  if (ViewChanged) ClearCheck();
+  if (factor == 1) return ClearCheck();
+  if (!CanMagnify(slotWidth_, slotHeight_, factor)) {
+    os.Message("The enlarged image must be less than 10 MB.", "MAXIMUM SIZE LIMIT");
+    return;
+  }
+  const Busy busy(os);
+  if (!LoadSlotPicture(cv, os, cv.CurrentSlot)) return ShowNothing(kBroken);
+  DisplayBitmap picture(slotWidth_ * factor, slotHeight_ * factor);
+  if (cv.MagMode == 0)
+    Replicate(cv.Display(), factor, picture.View());
+  else
+    Interpolate(cv.Display(), factor, picture.View());
+  const std::filesystem::path expand = cv.AppDir / kExpandBitmap;
+  if (!MakePicture(cv.AppDir / kGrayTemplate, expand, std::move(picture))) {
+    ShowSlotPicture();
+    return;
+  }
+  Magnification = static_cast<float>(factor);
+  ShowFile(expand);
+} catch (const std::bad_alloc&) {
+  os.Message(NotEnoughMemory().text, NotEnoughMemory().title);
+  ShowSlotPicture();
+}
+
+void frmExamine::Magnify16() {
+  const ConstFloatView values = cv.ImageData.View();
+  const int factor = RoundEven(Magnification);
+  cv.ImageData = cv.MagMode == 0 ? Replicate(values, factor) : Interpolate(values, factor);
+}
+
+void frmExamine::KeepView() {
+  if (cv.ImageCount == 0 || (!ViewChanged && Magnification == 1)) return;
+  if (!CommitPicture(ShownFile())) return;
+  std::string& name = cv.SlotName[cv.CurrentSlot];
+  if (!name.starts_with('~')) name.insert(0, 1, '~');
+  cv.CurrentName = name;
+}
+
+bool frmExamine::CommitPicture(const std::filesystem::path& picture) {
+  const std::filesystem::path own = cv.SlotBitmap(cv.CurrentSlot);
+  if (!QuietRename(picture, own)) {
+    os.Message("The file \"" + own.filename().string() + "\" can't be written.", "FILE OPEN ERROR");
+    return false;
+  }
+  cv.SlotBytesPerPixel[cv.CurrentSlot] = 1;
+  return true;
+}
+
+void frmExamine::SwitchToTool(Window next) {
+  KeepView();
+  SwitchTo(next);
+}
+
+Mark frmExamine::SlotPixel(Mark shown) const {
+  if (const ViewEntry* view = CheckedView()) return view->source(shown, slotWidth_, slotHeight_);
+  const int factor = RoundEven(Magnification);
+  return {shown.x / factor, shown.y / factor};
+}
+
+}  // namespace corvane

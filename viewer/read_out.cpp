@@ -1,0 +1,47 @@
+#include "viewer/read_out.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "core/open_image.h"
+#include "core/text.h"
+
+namespace corvane {
+namespace {
+
+constexpr std::uint8_t kDarkest = 25;  // the last level of the darkest tenth
+constexpr double kNearlyAll = 0.95;
+constexpr int kRowsToJudge = 512;
+
+// A picture that a tool or a view has made of the data is 8-bit and marked in its name, or a bitmap's.
+bool DataDescribe(const ModCV& cv, int slot, int width, int height) {
+  const FloatImage& data = cv.SlotData[slot];
+  if (data.Empty() || data.Width() != width || data.Height() != height) return false;
+  const std::string& name = cv.SlotName[slot];
+  return cv.SlotBytesPerPixel[slot] != 1 || (KindOf(name) == ImageKind::Fits && !name.starts_with('~'));
+}
+
+}  // namespace
+
+bool IsMostlyDark(ConstGrayView picture) {
+  const int step = std::max(1, picture.height / kRowsToJudge);
+  std::int64_t dark = 0;
+  std::int64_t judged = 0;
+  for (int y = 0; y < picture.height; y += step) {
+    const std::uint8_t* row = picture.Row(y);
+    dark += std::count_if(row, row + picture.width, [](std::uint8_t level) { return level <= kDarkest; });
+    judged += picture.width;
+  }
+  return judged > 0 && static_cast<double>(dark) >= kNearlyAll * static_cast<double>(judged);
+}
+
+std::string DescribeData(const ModCV& cv, int slot, int width, int height, Mark pixel) {
+  if (!DataDescribe(cv, slot, width, height)) return {};
+  const int row = height - 1 - pixel.y;
+  const float value = cv.SlotData[slot].View().At(pixel.x, row);
+  return "Value " + (std::isnan(value) ? "blank" : ShortestDecimal(value)) + ", FITS row " +
+         std::to_string(row + 1);
+}
+
+}  // namespace corvane
