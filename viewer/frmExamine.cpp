@@ -6,6 +6,7 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
+#include "analysis/profile.h"
 #include "core/numeric.h"
 #include "core/startup.h"
 #include "core/working_files.h"
@@ -292,6 +293,7 @@ void frmExamine::SetMarker(Mark wanted) {
   const Mark mark = ClampMark(wanted, cv.Width(), cv.Height());
   cv.MarkX = static_cast<float>(mark.x);
   cv.MarkY = static_cast<float>(mark.y);
+  Profile(cv);
   area_->Picture()->Clear();
   area_->Picture()->Draw(MarkerCross(mark));
 }
