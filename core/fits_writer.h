@@ -16,9 +16,9 @@ struct WrittenHeader {
   int bitsPerPixel = 8;
   int width = 0;
   int height = 0;
-  std::string source;         // name of the image's own file
-  std::string originalFiles;  // names of the files it was made from; "" for a single source
-  std::string comment;        // 70 characters, quotes included (see CommentValue)
+  std::string source{};         // name of the image's own file
+  std::string originalFiles{};  // names of the files it was made from; "" for a single source
+  std::string comment{};        // 70 characters, quotes included (see CommentValue)
 };
 std::vector<std::string> WrittenCards(const WrittenHeader& header);
 

@@ -36,7 +36,7 @@ bool ReadGray(ModCV& cv, Platform& os, const std::filesystem::path& path) {
   cv.ImageData = {};
   cv.HeaderCards.clear();
   cv.HeaderCount = 0;
-  cv.FitsFileSize = "0";
+  cv.FitsFileSize = '0';
   return true;
 }
 
@@ -52,7 +52,7 @@ bool ReadAny(ModCV& cv, Platform& os, const std::filesystem::path& path, ImageKi
 void FreeSlot(ModCV& cv, int slot) {
   cv.SlotName[slot].clear();
   cv.SlotBytesPerPixel[slot] = 0;
-  cv.SlotFileSize[slot] = "0";
+  cv.SlotFileSize[slot] = '0';
   cv.SlotHeader[slot].clear();
   cv.SlotData[slot] = {};
 }

@@ -185,7 +185,7 @@ bool SaveBitmap(ModCV& cv, Platform& os, const std::filesystem::path& picture,
   cv.ImageData = {};
   cv.HeaderCards.clear();
   cv.HeaderCount = 0;
-  cv.FitsFileSize.assign(1, '0');
+  cv.FitsFileSize = '0';
   cv.BytesPerPixel = 1;
   before.Keep();
   return true;

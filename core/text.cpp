@@ -83,9 +83,13 @@ std::string Scientific(double value) {
 }
 
 std::string PrintableAscii(std::string_view text) {
-  std::string printable(text);
-  std::replace_if(
-      printable.begin(), printable.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
+  std::string printable;
+  char previous = ' ';
+  for (const char c : text) {
+    const bool continues = (c & 0xC0) == 0x80 && (previous & 0x80) != 0;
+    if (!continues) printable += c < ' ' || c > '~' ? '?' : c;
+    previous = c;
+  }
   return printable;
 }
 

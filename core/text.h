@@ -23,7 +23,7 @@ std::string Grouped(double value);
 // "0.000E+00".
 std::string Scientific(double value);
 
-// Printable ASCII; every other byte becomes "?".
+// Printable ASCII; every other character of the UTF-8 text becomes "?".
 std::string PrintableAscii(std::string_view text);
 
 }  // namespace corvane

@@ -85,10 +85,11 @@ TEST(NumberFormats, HoldTheLargestDouble) {
   EXPECT_EQ(Grouped(largest).size(), 309 + 102u);
 }
 
-TEST(PrintableAscii, ReplacesControlAndEightBitCharacters) {
+TEST(PrintableAscii, ReplacesEveryOtherCharacterOnce) {
   EXPECT_EQ(PrintableAscii("M 13 ~!"), "M 13 ~!");
   EXPECT_EQ(PrintableAscii("a\tb\n\x7f"), "a?b??");
-  EXPECT_EQ(PrintableAscii("\xc3\xa9toile"), "??toile");
+  EXPECT_EQ(PrintableAscii("\xc3\xa9toile \xe2\x82\xac"), "?toile ?");
+  EXPECT_EQ(PrintableAscii("\xe9t\xe9"), "?t?");  // no UTF-8
 }
 
 }  // namespace

@@ -1,0 +1,224 @@
+#include "core/fits_writer.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "core/fits_format.h"
+#include "tests/support/app_dir_fixture.h"
+#include "tests/support/images.h"
+#include "tests/support/instruction_sets.h"
+
+namespace corvane {
+namespace {
+
+std::string Blanks(std::size_t count) { return std::string(count, ' '); }
+
+TEST(WrittenCards, AreTheTenCardsAndABlockFilledWithBlanks) {
+  const auto cards = WrittenCards({.bitsPerPixel = 16,
+                                   .width = 1023,
+                                   .height = 7,
+                                   .source = "m42.fit",
+                                   .comment = CommentValue("first light")});
+  const std::string value = Blanks(50);
+  const std::vector<std::string> expected = {
+      "SIMPLE  =                    T" + value, "BITPIX  =                   16" + value,
+      "NAXIS   =                    2" + value, "NAXIS1  =                 1023" + value,
+      "NAXIS2  =                    7" + value, "BSCALE  =                  1.0" + value,
+      "BZERO   =                  0.0" + value, "COMMENT = 'Original File = m42.fit'" + Blanks(45),
+      "COMMENT = 'first light'" + Blanks(57),   "END" + Blanks(77),
+  };
+  ASSERT_EQ(cards.size(), 36u);
+  for (std::size_t i = 0; i < 36; ++i) EXPECT_EQ(cards[i], i < 10 ? expected[i] : Blanks(80)) << "card " << i;
+}
+
+TEST(WrittenCards, CutNamesToTheirCard) {
+  const std::string name60(60, 'n');
+  struct Case {
+    std::string source, originals, value;
+  };
+  const Case cases[] = {
+      {name60, "", "'Original File = " + name60.substr(0, 52) + "'"},
+      {std::string(52, 'n'), "", "'Original File = " + std::string(52, 'n') + "'"},
+      {"unused", "a.fts, b.fts", "'Original Files: a.fts, b.fts'" + Blanks(40)},
+      {"unused", name60 + name60, "'Original Files: " + name60.substr(0, 52) + "'"},
+      {"", "", "'Original File = '" + Blanks(52)},
+      {"o'neill.fts", "", "'Original File = o''neill.fts'" + Blanks(40)},
+      // The 52nd character would be half of a doubled quote.
+      {std::string(51, 'n') + "'x", "", "'Original File = " + std::string(51, 'n') + "' "},
+      {"M\xC3\xA4rz\t.fts", "", "'Original File = M?rz?.fts'" + Blanks(43)},
+  };
+  for (const Case& c : cases) {
+    const std::string card =
+        WrittenCards({.source = c.source, .originalFiles = c.originals, .comment = CommentValue("")})[7];
+    EXPECT_EQ(card, "COMMENT = " + c.value);
+  }
+}
+
+TEST(CommentValue, IsAlwaysSeventyCharactersBetweenQuotes) {
+  const std::string text68(68, 'c');
+  struct Case {
+    std::string typed, value;
+  };
+  const Case cases[] = {
+      {"", "'...'" + Blanks(65)},
+      {text68, "'" + text68 + "'"},
+      {text68 + "ut", "'" + text68 + "'"},
+      {"it's", "'it''s'" + Blanks(63)},
+      {std::string(67, 'c') + "'", "'" + std::string(67, 'c') + "' "},
+      {std::string(40, '\''), "'" + std::string(68, '\'') + "'"},
+      {"caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x94\xAD", "'caf? ? ?'" + Blanks(61)},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(CommentValue(c.typed), c.value);
+    EXPECT_EQ(CommentValue(c.typed).size(), 70u);
+  }
+}
+
+std::vector<int> Encoded(const std::vector<float>& values) {
+  std::vector<unsigned char> raw(2 * values.size());
+  EncodeSixteen(values.data(), raw.data(), values.size());
+  std::vector<int> words;
+  for (std::size_t i = 0; i < values.size(); ++i) words.push_back(raw[2 * i] * 256 + raw[2 * i + 1]);
+  return words;
+}
+
+TEST(EncodeSixteen, RoundsToEvenAndLimitsWhateverTheLane) {
+  constexpr float kInfinity = std::numeric_limits<float>::infinity();
+  const std::vector<std::pair<float, int>> cases = {
+      {0.0f, 0},          {-0.0f, 0},        {0.5f, 0},         {1.5f, 2},          {2.5f, 2},
+      {1000.4f, 0x3E8},   {1000.6f, 0x3E9},  {32766.5f, 32766}, {32767.0f, 32767},  {65534.5f, 65534},
+      {65535.0f, 65535},  {65535.5f, 65535}, {65536.0f, 65535}, {1e10f, 65535},     {3.4e38f, 65535},
+      {kInfinity, 65535}, {-0.6f, 0},        {-1.0f, 0},        {-70000.0f, 0},     {-kInfinity, 0},
+      {1e-40f, 0},        {255.5f, 256},     {256.5f, 256},     {std::nanf(""), 0},
+  };
+  OnEveryInstructionSet([&] {
+    for (std::size_t count = 1; count <= 70; ++count) {
+      for (std::size_t first = 0; first < cases.size(); ++first) {
+        std::vector<float> values;
+        std::vector<int> expected;
+        for (std::size_t i = 0; i < count; ++i) {
+          values.push_back(cases[(first + i) % cases.size()].first);
+          expected.push_back(cases[(first + i) % cases.size()].second);
+        }
+        ASSERT_EQ(Encoded(values), expected) << count << " values from case " << first;
+      }
+    }
+  });
+}
+
+class FitsWriting : public AppDirFixture {
+ protected:
+  void Hold(const FloatImage& data, int code) {
+    cv.SlotData[0] = data;
+    cv.SlotBytesPerPixel[0] = code;
+    cv.ImageCount = 1;
+  }
+  std::vector<float> Prepared(std::initializer_list<float> values, int code) {
+    Hold(Floats(static_cast<int>(values.size()), 1, values), code);
+    PrepareSixteenBit(cv, code);
+    return Values(cv.ImageData.View());
+  }
+};
+
+TEST_F(FitsWriting, IntegerDataKeepTheirValuesWhereTheyFit) {
+  using V = std::vector<float>;
+  EXPECT_EQ(Prepared({0, 12, 32767}, 2), (V{0, 12, 32767}));
+  EXPECT_EQ(Prepared({-100, 0, 900}, 2), (V{0, 100, 1000}));
+  EXPECT_EQ(cv.ImageMin, 0);
+  EXPECT_EQ(cv.ImageMax, 1000);
+  const float factor = 32767.0f / 60000.0f;
+  EXPECT_EQ(Prepared({0, 30000, 60000}, 4), (V{0, 30000 * factor, 60000 * factor}));
+  EXPECT_EQ(cv.ImageMax, 60000 * factor);
+  EXPECT_EQ(Prepared({-1000, 0, 64000}, 4), (V{0, 1000.0f * 32767.0f / 65000.0f, 32767}));
+  EXPECT_EQ(cv.ImageMax, 32767);
+}
+
+TEST_F(FitsWriting, FloatDataAreSpreadOverTheWholeRange) {
+  using V = std::vector<float>;
+  EXPECT_EQ(Prepared({0.25f, 0.5f, 1.25f}, -4), (V{0, 0.25f * 32767, 32767}));
+  EXPECT_EQ(cv.ImageMin, 0);
+  EXPECT_EQ(cv.ImageMax, 32767);
+  EXPECT_EQ(Prepared({7, 7}, -4), (V{0, 0}));
+  const std::vector<float> withBlank = Prepared({1, std::nanf(""), 2}, -4);
+  EXPECT_EQ(withBlank[0], 0);
+  EXPECT_TRUE(std::isnan(withBlank[1]));
+  EXPECT_EQ(withBlank[2], 32767);
+}
+
+TEST_F(FitsWriting, PreparingLeavesTheSlotAloneAndTakesTheCodeItIsGiven) {
+  Prepared({-100, 900}, 2);
+  EXPECT_EQ(Values(cv.SlotData[0].View()), (std::vector<float>{-100, 900}));
+  cv.SlotBytesPerPixel[0] = 1;  // a magnified picture was committed meanwhile
+  PrepareSixteenBit(cv, 2);
+  EXPECT_EQ(Values(cv.ImageData.View()), (std::vector<float>{0, 1000}));
+  EXPECT_EQ(cv.BytesPerPixel, 2);
+  cv.ImageData = Floats(2, 1, {-1, 1});
+  FitRange(cv, 2);
+  EXPECT_EQ(Values(cv.ImageData.View()), (std::vector<float>{0, 2}));
+  cv.ImageData = Floats(2, 1, {-1, 70000});
+  FitRange(cv, 1);
+  EXPECT_EQ(Values(cv.ImageData.View()), (std::vector<float>{-1, 70000}));
+}
+
+TEST_F(FitsWriting, SixteenBitsArePaddedToBlocksAndReadBackAsTheWorkingData) {
+  Hold(Floats(2, 2, {0.5f, 1.5f, 1000.6f, 32767.0f}), 2);
+  cv.FitsOutBuf.Resize(5000);
+  std::fill(cv.FitsOutBuf.begin(), cv.FitsOutBuf.end(), std::uint8_t{0xEE});
+  EXPECT_TRUE(SixteenBitSave(cv, 2, [&] {
+    cv.ImageData.Edit().At(0, 0) = 4;
+    return true;
+  }));
+  ASSERT_EQ(cv.FitsOutBuf.size(), 2880u);
+  std::vector<int> bytes(cv.FitsOutBuf.begin(), cv.FitsOutBuf.end());
+  std::vector<int> expected(2880);
+  const int data[] = {0, 4, 0, 2, 3, 0xE9, 0x7F, 0xFF};
+  std::copy(std::begin(data), std::end(data), expected.begin());
+  EXPECT_EQ(bytes, expected);
+  EXPECT_EQ(cv.FitsFileSize, "5760");
+  EXPECT_EQ(Values(cv.ImageData.View()), (std::vector<float>{4, 2, 1001, 32767}));
+  EXPECT_EQ(cv.SlotData[0].View().At(1, 1), 32767);
+  EXPECT_EQ(cv.SlotData[0].View().At(0, 0), 0.5f);
+
+  cv.FitsFileSize = "kept";
+  EXPECT_FALSE(SixteenBitSave(cv, 2, [] { return false; }));
+  EXPECT_EQ(cv.FitsFileSize, "kept");
+}
+
+TEST_F(FitsWriting, EightBitDataAreTheRowsFromTheTopWithoutPadding) {
+  const DisplayBitmap picture = Levels(3, 2, {1, 2, 3, 4, 5, 6});
+  cv.DisplayBits = Copy(picture.View()).bits;
+  cv.RowStride = 4;
+  cv.ImageWidth = 3;
+  cv.ImageHeight = 2;
+  cv.BytesPerPixel = 1;
+  BuildFitsHeader(cv);
+  EXPECT_EQ(std::vector<int>(cv.FitsOutBuf.begin(), cv.FitsOutBuf.begin() + 7),
+            (std::vector<int>{4, 5, 6, 1, 2, 3, 0}));
+  EXPECT_EQ(cv.FitsFileSize, "5760");
+}
+
+TEST_F(FitsWriting, FilesAreWholeBlocks) {
+  struct Size {
+    int width, height;
+    const char* fileSize;
+  };
+  for (const Size& size : {Size{100, 100, "14400"}, Size{48, 60, "5760"}, Size{1, 1, "5760"}}) {
+    const DisplayBitmap picture = Uniform(size.width, size.height, 9);
+    cv.DisplayBits = Copy(picture.View()).bits;
+    cv.RowStride = picture.stride;
+    cv.ImageWidth = static_cast<float>(size.width);
+    cv.ImageHeight = static_cast<float>(size.height);
+    cv.BytesPerPixel = 1;
+    BuildFitsHeader(cv);
+    EXPECT_EQ(cv.FitsFileSize, size.fileSize);
+    EXPECT_EQ(WriteFits(cv, UserFile("a.fts")), 0);
+    const std::string file = ReadFile(UserFile("a.fts"));
+    EXPECT_EQ(std::to_string(file.size()), size.fileSize);
+    EXPECT_EQ(file.find_last_not_of('\0') + 1, 2880u + static_cast<unsigned>(size.width * size.height));
+  }
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,221 @@
+#include "core/open_image.h"
+
+#include <gtest/gtest.h>
+
+#include "core/working_files.h"
+#include "tests/support/app_dir_fixture.h"
+#include "tests/support/file_makers.h"
+#include "tests/support/images.h"
+
+namespace corvane {
+namespace {
+
+TEST(KindOf, KnowsExtensionsInOneCaseOnly) {
+  for (const char* name : {"a.bmp", "A.BMP"}) EXPECT_EQ(KindOf(name), ImageKind::Bitmap) << name;
+  for (const char* name :
+       {"a.fit", "a.FIT", "a.fts", "a.FTS", "a.ftz", "a.FTZ", "a.fits", "a.FITS", "x.bmp.fit"})
+    EXPECT_EQ(KindOf(name), ImageKind::Fits) << name;
+  for (const char* name : {"", "a", "a.Fit", "a.Bmp", "a.fitS", "a.bmp ", "a.fit.gz", "benefits", "a.png"})
+    EXPECT_EQ(KindOf(name), ImageKind::Unknown) << name;
+}
+
+class Opening : public AppDirFixture {
+ protected:
+  std::filesystem::path MakeFits(const std::string& name, int value) {
+    return MakeUserFile(name, FitsImage(16, 2, 1, {static_cast<double>(value), 0}));
+  }
+  std::filesystem::path MakeBitmap(const std::string& name, int level) {
+    const auto gray = static_cast<std::uint8_t>(level);
+    return MakeUserFile(name, BitmapBytes({.bits = 8,
+                                           .width = 2,
+                                           .height = 1,
+                                           .pixel =
+                                               [gray](int, int) {
+                                                 return Color{gray, gray, gray};
+                                               },
+                                           .palette = {}}));
+  }
+  std::optional<int> Open(const std::filesystem::path& path) { return OpenImageFile(cv, os, path); }
+  void OpenThree() {
+    Open(MakeFits("a.fts", 101));
+    Open(MakeBitmap("b.bmp", 102));
+    Open(MakeFits("c.fit", 103));
+    ASSERT_EQ(cv.ImageCount, 3);
+  }
+  int FirstLevel(int slot) { return static_cast<unsigned char>(ReadFile(cv.SlotBitmap(slot))[1078]); }
+  // What lasts of the store, as text.
+  std::string Slots() {
+    std::string text;
+    for (int slot = 0; slot < kSlots; ++slot) {
+      text += cv.SlotName[slot] + '|' + std::to_string(cv.SlotBytesPerPixel[slot]) + '|' +
+              cv.SlotFileSize[slot] + '|' + HeaderText(cv, slot) + '|' +
+              std::to_string(cv.SlotData[slot].Count()) + '\n';
+    }
+    for (const std::string& name : WorkingFiles()) text += name + ReadFile(AppFile(name)) + '\n';
+    return text + std::to_string(cv.ImageCount);
+  }
+};
+
+TEST_F(Opening, AsksAsTheViewerDoes) {
+  cv.FileTypeSetting = 1;
+  const FileRequest request = OpenRequest(cv, "File to View");
+  EXPECT_EQ(request.title, "File to View");
+  EXPECT_EQ(request.filter,
+            "Bitmaps (*.bmp)|*.bmp| FITS ( *.fit )( *.fts )( *.ftz )|*.fit;*.fts;*.ftz;*.fits|");
+  EXPECT_EQ(request.filterIndex, 1);
+  EXPECT_EQ(request.directory, UserFile("").parent_path());
+}
+
+TEST_F(Opening, FillsTheNextSlot) {
+  std::filesystem::create_directory(UserFile("night"));
+  const auto path = MakeFits("night/a.fits", 200);
+  os.ChooseToOpen(path);
+  EXPECT_EQ(OpenImage(cv, os, OpenRequest(cv, "File to View")), 0);
+  EXPECT_EQ(Open(MakeBitmap("b.bmp", 77)), 1);
+  EXPECT_EQ(cv.ImageCount, 2);
+  EXPECT_EQ(cv.CurrentSlot, 1);
+  EXPECT_EQ(cv.OpenTitle, "b.bmp");
+  EXPECT_EQ(cv.DefaultDir, UserFile("").parent_path());
+  EXPECT_EQ(cv.SlotName[0], "a.fits");
+  EXPECT_EQ(cv.SlotBytesPerPixel[0], 2);
+  EXPECT_EQ(cv.SlotFileSize[0], "5760");
+  EXPECT_EQ(cv.SlotHeader[0].size(), 6u);
+  EXPECT_EQ(Values(cv.SlotData[0].View()), (std::vector<float>{200, 0}));
+  EXPECT_EQ(FirstLevel(0), 200);
+  EXPECT_EQ(cv.SlotName[1], "b.bmp");
+  EXPECT_EQ(cv.SlotBytesPerPixel[1], 1);
+  EXPECT_EQ(cv.SlotFileSize[1], "0");
+  EXPECT_TRUE(cv.SlotHeader[1].empty());
+  EXPECT_TRUE(cv.SlotData[1].Empty());
+  EXPECT_EQ(FirstLevel(1), 77);
+  EXPECT_FALSE(os.busy);
+}
+
+TEST_F(Opening, RefusesTheEleventhBeforeAnyDialog) {
+  for (int i = 0; i < kSlots; ++i) Open(MakeBitmap("b.bmp", i));
+  const std::string before = Slots();
+  for (int way = 0; way < 2; ++way) {
+    os.Expect("FILE LIMIT", "Only 10 files may be open at once.");
+    EXPECT_EQ(way == 0 ? OpenImage(cv, os, OpenRequest(cv, "")) : Open(MakeBitmap("b.bmp", 5)), std::nullopt);
+  }
+  EXPECT_EQ(Slots(), before);
+}
+
+TEST_F(Opening, CancelIsSilentAndADialogThatFailedIsReported) {
+  os.CancelOpen();
+  EXPECT_EQ(OpenImage(cv, os, OpenRequest(cv, "")), std::nullopt);
+  os.FailOpen(13);
+  os.Expect("FILE OPEN ERROR", "Error Number 13");
+  EXPECT_EQ(OpenImage(cv, os, OpenRequest(cv, "")), std::nullopt);
+  EXPECT_EQ(cv.ImageCount, 0);
+}
+
+TEST_F(Opening, ARefusedFileLeavesTheSlotsAsTheyWere) {
+  OpenThree();
+  const std::string before = Slots();
+  struct Case {
+    const char* name;
+    std::string bytes, title;
+    testing::Matcher<const std::string&> text;
+  };
+  const Case cases[] = {
+      {"image.Fit", FitsImage(8, 1, 1, {0}), "UNRECOGNISED FILE EXTENSION ",
+       "File extension must be '.bmp', '.fit', '.fts' or '.ftz'."},
+      {"bad.fts", std::string(2880, 'x'), "MISSING END CARD", testing::HasSubstr("END")},
+      {"deep.fts", FitsImage(-64, 1, 1, {0}), "PROGRAM LIMIT", testing::HasSubstr("-64")},
+      {"bad.bmp", std::string(100, 'x'), "FILE TYPE ERROR",
+       "The file selected is not a proper Windows image bitmap."},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    os.Expect(c.title, c.text);
+    if (c.title == "FILE TYPE ERROR") {
+      // One message for each fault.
+      os.Expect("FILE OPEN ERROR", testing::_);
+      os.Expect("FILE OPEN ERROR", testing::_);
+    }
+    EXPECT_EQ(Open(MakeUserFile(c.name, c.bytes)), std::nullopt);
+    os.VerifyScript();
+    EXPECT_EQ(Slots(), before);
+    EXPECT_FALSE(os.busy);
+  }
+}
+
+TEST_F(Opening, AMissingTemplateLeavesNoSlotAndNoHalfAFile) {
+  OpenThree();
+  const std::string before = Slots();
+  std::filesystem::remove(AppFile(kGrayTemplate));
+  for (const auto& path : {MakeFits("d.fts", 9), MakeBitmap("d.bmp", 9)}) {
+    os.Expect("FILE OPEN ERROR", testing::HasSubstr(kGrayTemplate));
+    EXPECT_EQ(Open(path), std::nullopt);
+    EXPECT_EQ(Slots(), before);
+  }
+}
+
+TEST_F(Opening, ClosingMovesTheLaterSlotsDown) {
+  OpenThree();
+  cv.CurrentSlot = 0;
+  CloseImage(cv);
+  EXPECT_EQ(cv.ImageCount, 2);
+  EXPECT_EQ(cv.CurrentSlot, 1);
+  EXPECT_EQ(cv.CurrentName, "c.fit");
+  EXPECT_EQ(cv.SlotName[0], "b.bmp");
+  EXPECT_EQ(cv.SlotBytesPerPixel[0], 1);
+  EXPECT_TRUE(cv.SlotHeader[0].empty());
+  EXPECT_TRUE(cv.SlotData[0].Empty());
+  EXPECT_EQ(cv.SlotName[1], "c.fit");
+  EXPECT_EQ(cv.SlotFileSize[1], "5760");
+  EXPECT_EQ(cv.SlotData[1].View().At(0, 0), 103);
+  EXPECT_EQ(FirstLevel(0), 102);
+  EXPECT_EQ(FirstLevel(1), 103);
+  EXPECT_EQ(WorkingFiles(), (std::vector<std::string>{"0temp.bmp", "1temp.bmp"}));
+  EXPECT_EQ(cv.SlotName[2], "");
+  EXPECT_EQ(cv.SlotBytesPerPixel[2], 0);
+  EXPECT_EQ(cv.SlotFileSize[2], "0");
+  EXPECT_TRUE(cv.SlotHeader[2].empty());
+  EXPECT_TRUE(cv.SlotData[2].Empty());
+
+  CloseImage(cv);
+  CloseImage(cv);
+  EXPECT_EQ(cv.ImageCount, 0);
+  EXPECT_EQ(WorkingFiles(), std::vector<std::string>{});
+  CloseImage(cv);
+  EXPECT_EQ(cv.ImageCount, 0);
+}
+
+TEST_F(Opening, ClosingNeverShowsOnePictureUnderAnotherName) {
+  OpenThree();
+  std::filesystem::remove(cv.SlotBitmap(1));
+  cv.CurrentSlot = 0;
+  CloseImage(cv);
+  EXPECT_EQ(WorkingFiles(), std::vector<std::string>{"1temp.bmp"});
+  EXPECT_EQ(FirstLevel(1), 103);
+}
+
+TEST_F(Opening, SlotsOutsideTheStoreDoNothing) {
+  Open(MakeFits("a.fts", 7));
+  const std::string before = Slots();
+  for (const int slot : {-1, kSlots}) {
+    StoreSlot(cv, slot);
+    EXPECT_EQ(HeaderText(cv, slot), "");
+    cv.CurrentSlot = slot;
+    LoadSlotData(cv);
+  }
+  EXPECT_EQ(Slots(), before);
+}
+
+TEST_F(Opening, SlotDataAreSharedUntilTheWorkingCopyIsEdited) {
+  Open(MakeFits("a.fts", 7));
+  cv.ImageData = {};
+  LoadSlotData(cv);
+  EXPECT_EQ(cv.ImageMin, 0);
+  EXPECT_EQ(cv.ImageMax, 7);
+  EXPECT_EQ(cv.ImageData.View().values, cv.SlotData[0].View().values);
+  cv.ImageData.Edit().At(0, 0) = 99;
+  EXPECT_EQ(cv.SlotData[0].View().At(0, 0), 7);
+  cv.SlotHeader[0] = {"A", "END"};
+  EXPECT_EQ(HeaderText(cv, 0), "A\r\nEND\r\n");
+}
+
+}  // namespace
+}  // namespace corvane
