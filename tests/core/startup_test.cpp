@@ -58,8 +58,8 @@ TEST_F(StartingUp, DirectoriesThatAreGoneFallBackToTheDocuments) {
   std::filesystem::create_directory(night);
   MakeUserFile("file", "");
   os.settings["DefaultDir"] = night.string();
-  for (const std::string gone : {(folder.Path() / "gone").string(), UserFile("file").string(), std::string(),
-                                 std::string("."), std::string("C:\\My Documents")}) {
+  for (const std::string& gone : {(folder.Path() / "gone").string(), UserFile("file").string(), std::string(),
+                                  std::string("."), std::string("C:\\My Documents")}) {
     os.settings["SaveDir"] = gone;
     StartUp(cv, os);
     EXPECT_EQ(cv.DefaultDir, night);

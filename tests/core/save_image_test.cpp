@@ -1,0 +1,308 @@
+#include "core/save_image.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "core/bitmap_file.h"
+#include "core/fits_writer.h"
+#include "core/working_files.h"
+#include "tests/support/app_dir_fixture.h"
+#include "tests/support/file_limit.h"
+#include "tests/support/file_makers.h"
+#include "tests/support/images.h"
+
+namespace corvane {
+namespace {
+
+// Levels of a picture without padding, in stored order.
+std::vector<int> PictureLevels(const std::filesystem::path& path) {
+  ModCV cv;
+  EXPECT_EQ(LoadDisplayBits(cv, path), std::nullopt) << path;
+  return Pixels(cv.Display());
+}
+
+class Saving : public AppDirFixture {
+ protected:
+  // Two images: slot 0 in 8 bits, slot 1 (the current one) in 16, 3 x 2 pixels.
+  Saving() {
+    OpenImageFile(cv, os, MakeUserFile("plain.fts", FitsImage(8, 2, 1, {7, 8})));
+    OpenImageFile(cv, os, MakeUserFile("m42.fit", FitsImage(16, 3, 2, {0, 1000, 2000, 3000, 4000, 5000})));
+    Answer(2, "deep field");
+  }
+  // What the user does in the save-options dialog.
+  void Answer(int bytesPerPixel, const std::string& comment) {
+    desk.dialogs[Dialog::SaveOptions] = [this, bytesPerPixel, comment] {
+      offered = cv.BytesPerPixel;
+      cv.BytesPerPixel = bytesPerPixel;
+      cv.FitsComment = CommentValue(comment);
+    };
+  }
+  std::function<bool()> Negative() {
+    return [this] {
+      return SixteenBitSave(cv, 2, [this] {
+        for (float& v : std::span(cv.ImageData.Edit().values, cv.ImageData.Count())) v = 32767.0f - v;
+        return true;
+      });
+    };
+  }
+  // A picture in AppDir, also as the working picture.
+  std::filesystem::path Show(const char* name, const DisplayBitmap& picture) {
+    EXPECT_EQ(WriteDisplayBitmap(AppFile(kGrayTemplate), AppFile(name), picture.View()), std::nullopt);
+    EXPECT_EQ(LoadDisplayBits(cv, AppFile(name)), std::nullopt);
+    return AppFile(name);
+  }
+  bool Save(const std::filesystem::path& path, int code = 2) {
+    return SaveFits(cv, os, desk, path, code, Negative());
+  }
+  // Everything that lasts, and the working state that a save passes through.
+  std::string State() {
+    std::string text = std::to_string(cv.ImageCount) + ' ' + std::to_string(cv.CurrentSlot) + cv.CurrentName;
+    for (int slot = 0; slot < kSlots; ++slot) {
+      text += '|' + cv.SlotName[slot] + std::to_string(cv.SlotBytesPerPixel[slot]) + cv.SlotFileSize[slot] +
+              HeaderText(cv, slot) + testing::PrintToString(Values(cv.SlotData[slot].View()));
+    }
+    text += testing::PrintToString(Values(cv.ImageData.View())) + std::to_string(cv.HeaderCount) +
+            std::to_string(cv.HeaderCards.size()) + std::to_string(cv.BytesPerPixel) + cv.FitsFileSize +
+            cv.FitsComment + cv.OpenTitle + std::to_string(cv.ImageWidth) + 'x' +
+            std::to_string(cv.ImageHeight) + '/' + std::to_string(cv.RowStride) + ' ' +
+            std::to_string(cv.ImageMin) + ' ' + std::to_string(cv.ImageMax) + ' ' +
+            std::to_string(cv.DisplayScale) + testing::PrintToString(Pixels(cv.Display()));
+    for (const std::string& name : WorkingFiles()) text += name + ReadFile(AppFile(name));
+    return text;
+  }
+
+  int offered = 0;
+};
+
+TEST_F(Saving, AsksForAFileOfAKnownKind) {
+  const FileRequest request = SaveRequest(cv, "Save Image As...");
+  EXPECT_EQ(request.filter,
+            "Bitmap File (*.bmp)|*.bmp|FITS File ( *.fts,*.FTS,*.fit,*.FIT)|*.fts;*.FTS;*.fit;*.FIT;*.fits|");
+  EXPECT_EQ(request.defaultExtension, "fts");
+  EXPECT_EQ(request.directory, cv.SaveDir);
+  EXPECT_EQ(request.filterIndex, 2);
+
+  const auto night = folder.Path() / "night";
+  os.ChooseToSave(night / "a.fits");
+  const auto target = AskSaveFile(cv, os, request);
+  ASSERT_TRUE(target);
+  EXPECT_EQ(target->kind, ImageKind::Fits);
+  EXPECT_EQ(target->path, night / "a.fits");
+  EXPECT_EQ(cv.SaveDir, night);
+
+  os.CancelSave();
+  EXPECT_FALSE(AskSaveFile(cv, os, request));
+  os.FailSave(5);
+  os.Expect("DATA SAVE ERROR", "Error Number 5");
+  EXPECT_FALSE(AskSaveFile(cv, os, request));
+  os.ChooseToSave(night / "a.Fit");
+  os.Expect("SAVE ERROR", "Unrecognized file extension! File save cancelled.");
+  EXPECT_FALSE(AskSaveFile(cv, os, request));
+}
+
+TEST_F(Saving, RefusesTheProgramsOwnFilesByWhateverWay) {
+  std::filesystem::create_directory_symlink(cv.AppDir, UserFile("door"));
+  std::filesystem::create_symlink(AppFile("dummy.bmp"), UserFile("harmless.bmp"));
+  const std::filesystem::path own[] = {
+      AppFile("0temp.bmp"),          AppFile("9temp.bmp"),         AppFile("temp.bmp"),
+      cv.AppDir / "." / "hist1.bmp", UserFile("../app/1hold.bmp"), UserFile("door/0temp.bmp"),
+      UserFile("harmless.bmp"),
+  };
+  const auto directory = cv.SaveDir;
+  for (const auto& path : own) {
+    SCOPED_TRACE(path);
+    os.ChooseToSave(path);
+    os.Expect("SAVE ERROR", "This name is used by the program itself. Please choose another.");
+    EXPECT_FALSE(AskSaveFile(cv, os, SaveRequest(cv, "")));
+    os.VerifyScript();
+    EXPECT_EQ(cv.SaveDir, directory);
+  }
+  for (const auto& path : {AppFile("mine.bmp"), UserFile("0temp.bmp")}) {
+    os.ChooseToSave(path);
+    EXPECT_TRUE(AskSaveFile(cv, os, SaveRequest(cv, ""))) << path;
+  }
+}
+
+TEST_F(Saving, PrecisionIsTheSlotsWhereItsDataFitThePicture) {
+  EXPECT_EQ(SlotPrecision(cv, 1, 3, 2), 2);
+  EXPECT_EQ(SlotPrecision(cv, 1, 2, 3), 1);
+  EXPECT_EQ(SlotPrecision(cv, 0, 2, 1), 1);
+  cv.SlotBytesPerPixel[1] = 1;
+  EXPECT_EQ(SlotPrecision(cv, 1, 3, 2), 1);
+  EXPECT_EQ(SlotPrecision(cv, 5, 0, 0), 1);
+}
+
+TEST_F(Saving, SixteenBitsOfAViewBecomeTheSlot) {
+  const auto view = Show(kDummyBitmap, Uniform(3, 2, 9));
+  ASSERT_TRUE(Save(UserFile("neg.fts")));
+  EXPECT_EQ(offered, 2);
+  ASSERT_TRUE(CommitSave(cv, os, 1, UserFile("neg.fts"), view));
+
+  const std::vector<float> values = {32767, 31767, 30767, 29767, 28767, 27767};
+  std::string expected;
+  for (const std::string& card : WrittenCards({.bitsPerPixel = 16,
+                                 .width = 3,
+                                 .height = 2,
+                                 .source = "m42.fit",
+                                 .comment = CommentValue("deep field")}))
+    expected += card;
+  expected += FitsPixels(16, {values.begin(), values.end()});
+  expected.resize(5760);
+  EXPECT_TRUE(ReadFile(UserFile("neg.fts")) == expected);
+
+  EXPECT_EQ(cv.SlotName[1], "neg.fts");
+  EXPECT_EQ(cv.CurrentName, "neg.fts");
+  EXPECT_EQ(cv.OpenTitle, "neg.fts");
+  EXPECT_EQ(cv.SlotBytesPerPixel[1], 2);
+  EXPECT_EQ(cv.SlotFileSize[1], "5760");
+  ASSERT_EQ(cv.SlotHeader[1].size(), 10u);
+  EXPECT_TRUE(cv.SlotHeader[1][9].starts_with("END "));
+  EXPECT_EQ(Values(cv.SlotData[1].View()), values);
+  EXPECT_EQ(PictureLevels(cv.SlotBitmap(1)), (std::vector<int>{102, 51, 0, 255, 204, 153}));
+  EXPECT_EQ(cv.LumHist[102], 1);
+  EXPECT_EQ(WorkingFiles(), (std::vector<std::string>{"0temp.bmp", "1temp.bmp"}));
+  EXPECT_EQ(cv.ImageCount, 2);
+  EXPECT_FALSE(os.busy);
+}
+
+TEST_F(Saving, EightBitsAreThePictureShownAndItsBytesTheData) {
+  Answer(1, "");
+  const auto view = Show(kDummyBitmap, Levels(5, 1, {1, 2, 3, 4, 255}));
+  ASSERT_TRUE(Save(UserFile("eight.FIT")));
+  ASSERT_TRUE(CommitSave(cv, os, 1, UserFile("eight.FIT"), view));
+  const std::string file = ReadFile(UserFile("eight.FIT"));
+  EXPECT_EQ(file.substr(2880, 6), (std::string{1, 2, 3, 4, '\xFF', 0}));
+  EXPECT_EQ(file.size(), 5760u);
+  EXPECT_EQ(cv.SlotBytesPerPixel[1], 1);
+  EXPECT_EQ(Values(cv.SlotData[1].View()), (std::vector<float>{1, 2, 3, 4, 255}));
+  EXPECT_EQ(PictureLevels(cv.SlotBitmap(1)), (std::vector<int>{1, 2, 3, 4, 255}));
+}
+
+TEST_F(Saving, WhatWasWrittenIsWhatIsReadBack) {
+  for (const int bytes : {1, 2}) {
+    SCOPED_TRACE(bytes);
+    cv.CurrentSlot = 1;
+    Answer(bytes, "there and back");
+    ASSERT_EQ(LoadDisplayBits(cv, cv.SlotBitmap(1)), std::nullopt);
+    cv.SlotBytesPerPixel[1] = 2;
+    ASSERT_TRUE(Save(UserFile("a.fts")));
+    ASSERT_TRUE(CommitSave(cv, os, 1, UserFile("a.fts"), cv.SlotBitmap(1)));
+    const auto slot = OpenImageFile(cv, os, UserFile("a.fts"));
+    ASSERT_TRUE(slot);
+    EXPECT_EQ(Values(cv.SlotData[*slot].View()), Values(cv.SlotData[1].View()));
+    EXPECT_EQ(cv.SlotHeader[*slot], cv.SlotHeader[1]);
+    EXPECT_EQ(cv.SlotFileSize[*slot], cv.SlotFileSize[1]);
+    EXPECT_EQ(cv.SlotBytesPerPixel[*slot], cv.SlotBytesPerPixel[1]);
+    EXPECT_EQ(std::to_string(std::filesystem::file_size(UserFile("a.fts"))), cv.SlotFileSize[1]);
+  }
+}
+
+TEST_F(Saving, AnImageOfEightBitsIsNeverWrittenInSixteen) {
+  ASSERT_EQ(LoadDisplayBits(cv, cv.SlotBitmap(1)), std::nullopt);
+  ASSERT_TRUE(SaveFits(cv, os, desk, UserFile("a.fts"), 1, nullptr));
+  EXPECT_EQ(offered, 1);
+  EXPECT_EQ(cv.BytesPerPixel, 1);
+  EXPECT_EQ(ReadFile(UserFile("a.fts")).substr(80, 30), "BITPIX  =                    8");
+}
+
+TEST_F(Saving, ANewImageTakesTheNextSlotAndNamesItsSourcesOnce) {
+  const auto result = Show(kTempBitmap, Uniform(3, 2, 50));
+  cv.OriginalFiles = "m42.fit,  plain.fts";
+  ASSERT_TRUE(Save(UserFile("sum.fts")));
+  ASSERT_TRUE(CommitSave(cv, os, 2, UserFile("sum.fts"), result));
+  EXPECT_EQ(cv.ImageCount, 3);
+  EXPECT_EQ(cv.CurrentSlot, 2);
+  EXPECT_EQ(cv.SlotName[1], "m42.fit");
+  EXPECT_EQ(cv.SlotName[2], "sum.fts");
+  EXPECT_EQ(cv.SlotHeader[2][7].substr(0, 48), "COMMENT = 'Original Files: m42.fit,  plain.fts' ");
+  EXPECT_EQ(cv.OriginalFiles, "");
+  EXPECT_EQ(PictureLevels(cv.SlotBitmap(2)), (std::vector<int>{102, 51, 0, 255, 204, 153}));
+}
+
+TEST_F(Saving, ABitmapIsACopyAndTheSlotKeepsNoData) {
+  const auto view = Show(kDummyBitmap, Levels(3, 2, {1, 2, 3, 4, 5, 6}));
+  const std::string picture = ReadFile(view);
+  ASSERT_TRUE(SaveBitmap(cv, os, view, UserFile("a.bmp")));
+  ASSERT_TRUE(CommitSave(cv, os, 1, UserFile("a.bmp"), view));
+  EXPECT_TRUE(ReadFile(UserFile("a.bmp")) == picture);
+  EXPECT_TRUE(ReadFile(cv.SlotBitmap(1)) == picture);
+  EXPECT_EQ(cv.SlotName[1], "a.bmp");
+  EXPECT_EQ(cv.SlotBytesPerPixel[1], 1);
+  EXPECT_EQ(cv.SlotFileSize[1], "0");
+  EXPECT_TRUE(cv.SlotHeader[1].empty());
+  EXPECT_TRUE(cv.SlotData[1].Empty());
+}
+
+TEST_F(Saving, AFailedWriteChangesNothing) {
+  const auto view = Show(kDummyBitmap, Noise(60, 50, 1));
+  const auto wide = [this] {
+    cv.ImageData = NoiseFloats(60, 50, 2);
+    EncodeSixteenBit(cv);
+    return true;
+  };
+  MakeUserFile("old.fts", "old");
+  std::filesystem::create_directory(UserFile("folder.fts"));
+  const std::string before = State();
+  struct Case {
+    std::filesystem::path path;
+    int error;
+  };
+  const Case cases[] = {{UserFile("old.fts"), EFBIG},
+                        {UserFile("new.fts"), EFBIG},
+                        {UserFile("folder.fts"), EISDIR},
+                        {UserFile("vanished/a.fts"), ENOENT}};
+  const FileSizeLimit disk(4000);
+  for (const Case& c : cases) {
+    for (const int way : {0, 1, 2}) {
+      SCOPED_TRACE(c.path.string() + " way " + std::to_string(way));
+      os.Expect("DATA SAVE ERROR", "Error Number " + std::to_string(c.error));
+      Answer(way, "comment");
+      cv.OriginalFiles = "a, b";
+      EXPECT_FALSE(way == 0 ? SaveBitmap(cv, os, view, c.path) : SaveFits(cv, os, desk, c.path, 2, wide));
+      os.VerifyScript();
+      EXPECT_TRUE(State() == before);
+      EXPECT_EQ(cv.OriginalFiles, "");
+      EXPECT_FALSE(os.busy);
+    }
+  }
+  EXPECT_EQ(ReadFile(UserFile("old.fts")), "old");
+  EXPECT_FALSE(std::filesystem::exists(UserFile("new.fts")));
+  EXPECT_TRUE(std::filesystem::is_empty(UserFile("folder.fts")));
+}
+
+TEST_F(Saving, AnAbandonedRunChangesNothingAndIsSilent) {
+  ASSERT_EQ(LoadDisplayBits(cv, cv.SlotBitmap(1)), std::nullopt);
+  const std::string before = State();
+  EXPECT_FALSE(SaveFits(cv, os, desk, UserFile("a.fts"), 2, [this] {
+    PrepareSixteenBit(cv, 2);
+    return false;
+  }));
+  EXPECT_TRUE(State() == before);
+  EXPECT_FALSE(std::filesystem::exists(UserFile("a.fts")));
+}
+
+TEST_F(Saving, ADamagedPictureIsNotCopiedOut) {
+  const std::string before = State();
+  WriteFile(AppFile(kDummyBitmap), "not a picture");
+  os.Expect("FILE OPEN ERROR", testing::HasSubstr(kDummyBitmap));
+  EXPECT_FALSE(SaveBitmap(cv, os, AppFile(kDummyBitmap), UserFile("a.bmp")));
+  EXPECT_FALSE(std::filesystem::exists(UserFile("a.bmp")));
+  std::filesystem::remove(AppFile(kDummyBitmap));
+  EXPECT_TRUE(State() == before);
+}
+
+TEST_F(Saving, AVanishedPictureLeavesTheSlotAndTheSavedFile) {
+  Answer(1, "");
+  ASSERT_EQ(LoadDisplayBits(cv, cv.SlotBitmap(1)), std::nullopt);
+  ASSERT_TRUE(Save(UserFile("a.fts")));
+  os.Expect("FILE OPEN ERROR", testing::HasSubstr("1temp.bmp"));
+  EXPECT_FALSE(CommitSave(cv, os, 1, UserFile("a.fts"), AppFile(kDummyBitmap)));
+  EXPECT_EQ(cv.SlotName[1], "m42.fit");
+  EXPECT_EQ(cv.SlotBytesPerPixel[1], 2);
+  EXPECT_EQ(cv.SlotData[1].View().At(2, 1), 5000);
+  EXPECT_EQ(std::filesystem::file_size(UserFile("a.fts")), 5760u);
+}
+
+}  // namespace
+}  // namespace corvane
