@@ -91,6 +91,7 @@ constexpr ToolKey kToolbar[] = {
 // Items that act on the image shown; the others need none.
 constexpr int kImageTools[] = {0, 1, 4, 5, 6, 7, 8, 13, 14, 15, 16, 18, 19, 20};
 constexpr int kPanStep = 24;
+constexpr int kStatusMargin = 7;  // the text stands under the picture's edge
 
 }  // namespace
 
@@ -153,6 +154,7 @@ void frmExamine::LayOut() {
   setCentralWidget(center);
   statusBar()->addWidget(lblStatus, 1);
   statusBar()->setSizeGripEnabled(false);
+  statusBar()->setContentsMargins(kStatusMargin, 0, kStatusMargin, 0);
   layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 

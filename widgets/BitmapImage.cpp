@@ -56,10 +56,16 @@ bool BitmapFile::ReadHeader() {
 
 QImage BitmapFile::Part(const QRect& part) const {
   if (!IsOpen()) return {};
-  QImage image(part.size(), bits_ == 8 ? QImage::Format_Indexed8 : QImage::Format_RGB888);
+  QImage image(part.size(), QImage::Format_RGB32);
+  return !image.isNull() && ReadRows(part, image) ? image : QImage();
+}
+
+QImage BitmapFile::Whole() const {
+  if (!IsOpen()) return {};
+  QImage image(Size(), bits_ == 8 ? QImage::Format_Indexed8 : QImage::Format_RGB888);
   if (image.isNull()) return {};
   if (bits_ == 8) image.setColorTable(palette_);
-  return ReadRows(part, image) ? image : QImage();
+  return ReadRows(QRect(QPoint(0, 0), Size()), image) ? image : QImage();
 }
 
 bool BitmapFile::ReadRows(const QRect& part, QImage& image) const {
@@ -77,27 +83,33 @@ bool BitmapFile::ReadRows(const QRect& part, QImage& image) const {
     const std::int64_t start = offset_ + (bottom + first) * stride_ + (wholeRows ? 0 : skipped);
     if (file_.ReadAt(start, block.data(), bytes) != bytes) return false;
     for (int row = 0; row < rows; ++row)
-      CopyRow(block.data() + (wholeRows ? row * stride_ + skipped : 0),
-              image.scanLine(part.height() - 1 - first - row), part.width());
+      CopyRow(block.data() + (wholeRows ? row * stride_ + skipped : 0), image,
+              part.height() - 1 - first - row);
   }
   return true;
 }
 
-void BitmapFile::CopyRow(const unsigned char* source, uchar* target, int width) const {
-  if (bits_ == 8) {
+void BitmapFile::CopyRow(const unsigned char* source, QImage& image, int y) const {
+  const int width = image.width();
+  uchar* target = image.scanLine(y);
+  if (image.format() == QImage::Format_Indexed8) {
     std::memcpy(target, source, static_cast<std::size_t>(width));
     return;
   }
-  for (int x = 0; x < width; ++x, source += 3, target += 3) {
-    target[0] = source[2];
-    target[1] = source[1];
-    target[2] = source[0];
+  if (image.format() == QImage::Format_RGB888) {
+    for (int x = 0; x < width; ++x, source += 3, target += 3) {
+      target[0] = source[2];
+      target[1] = source[1];
+      target[2] = source[0];
+    }
+    return;
   }
+  auto* pixels = reinterpret_cast<QRgb*>(target);
+  const QRgb* colors = palette_.constData();
+  for (int x = 0; x < width; ++x)
+    pixels[x] = bits_ == 8 ? colors[source[x]] : qRgb(source[3 * x + 2], source[3 * x + 1], source[3 * x]);
 }
 
-QImage LoadBitmapImage(const std::filesystem::path& path) {
-  const BitmapFile file(path);
-  return file.Part(QRect(QPoint(0, 0), file.Size()));
-}
+QImage LoadBitmapImage(const std::filesystem::path& path) { return BitmapFile(path).Whole(); }
 
 }  // namespace corvane

@@ -22,14 +22,16 @@ class BitmapFile {
   explicit BitmapFile(const std::filesystem::path& path);
   bool IsOpen() const { return bits_ != 0; }
   QSize Size() const { return {width_, height_}; }
-  // The pixels of `part`, which lies inside the picture, in the formats above. Null where they cannot be
-  // read any more.
+  // The pixels of `part`, which lies inside the picture, ready for the screen (Format_RGB32). Null where they
+  // cannot be read any more.
   QImage Part(const QRect& part) const;
+  // All pixels in the formats of LoadBitmapImage.
+  QImage Whole() const;
 
  private:
   bool ReadHeader();
   bool ReadRows(const QRect& part, QImage& image) const;
-  void CopyRow(const unsigned char* source, uchar* target, int width) const;
+  void CopyRow(const unsigned char* source, QImage& image, int y) const;
 
   InputFile file_;
   QList<QRgb> palette_;

@@ -75,7 +75,7 @@ void PictureArea::ShowEmpty(const QString& text) {
   picture_->unsetCursor();
   emptyLabel_->setText(text);
   emptyLabel_->show();
-  Picture1->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+  Picture1->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
   Picture1->setBackgroundRole(QPalette::Base);
   SizeCheck();
 }
