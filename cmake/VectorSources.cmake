@@ -15,7 +15,9 @@ foreach(level ${CORVANE_VECTOR_LEVELS})
   target_include_directories(vector_${level} PRIVATE ${CMAKE_SOURCE_DIR})
   target_compile_definitions(vector_${level} PRIVATE VECTOR_NAMESPACE=vector_${level})
   # Optimised in every build type, so that tests of a debug build stay quick.
-  target_compile_options(vector_${level} PRIVATE ${CORVANE_VECTOR_FLAGS_${level}} -O3 -Wno-maybe-uninitialized)
+  # The compiler's own AVX-512 headers make it warn of values that are unused on purpose.
+  target_compile_options(vector_${level} PRIVATE ${CORVANE_VECTOR_FLAGS_${level}} -O3
+                         -Wno-maybe-uninitialized -Wno-uninitialized)
 endforeach()
 
 function(vector_sources)

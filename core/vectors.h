@@ -70,6 +70,51 @@ ALWAYS_INLINE Floats LoadBytesAsFloats(const std::uint8_t* source) {
 #endif
 }
 
+// The first and the second half of the lanes in 64 bits, and back with each lane rounded to 32.
+ALWAYS_INLINE Doubles LowDoubles(Floats v) {
+#if defined(__AVX512BW__)
+  return (Doubles)_mm512_cvtps_pd(_mm512_castps512_ps256((__m512)v));
+#elif defined(__AVX2__)
+  return (Doubles)_mm256_cvtps_pd(_mm256_castps256_ps128((__m256)v));
+#elif defined(__SSE2__)
+  return (Doubles)_mm_cvtps_pd((__m128)v);
+#else
+  Doubles r;
+  for (int i = 0; i < kLanes / 2; ++i) r[i] = v[i];
+  return r;
+#endif
+}
+ALWAYS_INLINE Doubles HighDoubles(Floats v) {
+#if defined(__AVX512BW__)
+  return (Doubles)_mm512_cvtps_pd(_mm512_extractf32x8_ps((__m512)v, 1));
+#elif defined(__AVX2__)
+  return (Doubles)_mm256_cvtps_pd(_mm256_extractf128_ps((__m256)v, 1));
+#elif defined(__SSE2__)
+  return (Doubles)_mm_cvtps_pd(_mm_movehl_ps((__m128)v, (__m128)v));
+#else
+  Doubles r;
+  for (int i = 0; i < kLanes / 2; ++i) r[i] = v[i + kLanes / 2];
+  return r;
+#endif
+}
+ALWAYS_INLINE Floats NarrowToFloats(Doubles low, Doubles high) {
+#if defined(__AVX512BW__)
+  return (Floats)_mm512_insertf32x8(_mm512_castps256_ps512(_mm512_cvtpd_ps((__m512d)low)),
+                                    _mm512_cvtpd_ps((__m512d)high), 1);
+#elif defined(__AVX2__)
+  return (Floats)_mm256_set_m128(_mm256_cvtpd_ps((__m256d)high), _mm256_cvtpd_ps((__m256d)low));
+#elif defined(__SSE2__)
+  return (Floats)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)low), _mm_cvtpd_ps((__m128d)high));
+#else
+  Floats r;
+  for (int i = 0; i < kLanes / 2; ++i) {
+    r[i] = (float)low[i];
+    r[i + kLanes / 2] = (float)high[i];
+  }
+  return r;
+#endif
+}
+
 // The nearest integers, ties to even. Lanes must fit 32 bits; not-a-number becomes the smallest integer.
 ALWAYS_INLINE Ints RoundToInts(Floats v) {
 #if defined(__AVX512BW__)

@@ -120,7 +120,7 @@ ALWAYS_INLINE Doubles PowerOf(Doubles x, Doubles exponent) {
   const Pair logarithm = LogarithmPair(x);
   const Pair product = Product(exponent, logarithm.high);
   const Doubles value = ExponentialOf(SortedSum(product.high, product.low + exponent * logarithm.low));
-  return (x > Spread(0.0)) & (x < Infinite()) ? value : x;
+  return ((x > Spread(0.0)) & (x < Infinite())) ? value : x;
 }
 
 template <class Function>

@@ -1,0 +1,276 @@
+#include "luminance/deconvolution_kernels.h"
+
+#include "core/vectors.h"
+
+namespace corvane::VECTOR_NAMESPACE {
+namespace {
+
+using Octets16 = std::uint8_t __attribute__((vector_size(16)));
+using Floats4 = float __attribute__((vector_size(16)));
+
+constexpr int kAcross = kTile / kLanes;  // vectors that hold the 16 values beside each other
+constexpr int kAlong = 8 / kAcross;      // positions summed at a time: eight sums in flight hide the latency
+static_assert(kAcross >= 1 && kTile % kAlong == 0);
+
+ALWAYS_INLINE Doubles Spread(double value) { return value - Doubles{}; }
+
+// Four times interleaving the first half of the rows with the second turns rows into columns.
+ALWAYS_INLINE void Turn(Octets16 (&square)[16]) {
+  for (int step = 0; step < 4; ++step) {
+    Octets16 next[16];
+    for (int i = 0; i < 8; ++i) {
+      next[2 * i] = __builtin_shufflevector(square[i], square[i + 8], 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5,
+                                            21, 6, 22, 7, 23);
+      next[2 * i + 1] = __builtin_shufflevector(square[i], square[i + 8], 8, 24, 9, 25, 10, 26, 11, 27, 12,
+                                                28, 13, 29, 14, 30, 15, 31);
+    }
+    for (int i = 0; i < 16; ++i) square[i] = next[i];
+  }
+}
+
+ALWAYS_INLINE void Turn(const float* const* rows, float* columns) {
+  for (int y = 0; y < kTile; y += 4) {
+    for (int x = 0; x < kTile; x += 4) {
+      const Floats4 a = Load<Floats4>(rows[y] + x);
+      const Floats4 b = Load<Floats4>(rows[y + 1] + x);
+      const Floats4 c = Load<Floats4>(rows[y + 2] + x);
+      const Floats4 d = Load<Floats4>(rows[y + 3] + x);
+      const Floats4 ab01 = __builtin_shufflevector(a, b, 0, 4, 1, 5);
+      const Floats4 ab23 = __builtin_shufflevector(a, b, 2, 6, 3, 7);
+      const Floats4 cd01 = __builtin_shufflevector(c, d, 0, 4, 1, 5);
+      const Floats4 cd23 = __builtin_shufflevector(c, d, 2, 6, 3, 7);
+      float* out = columns + kTile * x + y;
+      Store(out, __builtin_shufflevector(ab01, cd01, 0, 1, 4, 5));
+      Store(out + kTile, __builtin_shufflevector(ab01, cd01, 2, 3, 6, 7));
+      Store(out + 2 * kTile, __builtin_shufflevector(ab23, cd23, 0, 1, 4, 5));
+      Store(out + 3 * kTile, __builtin_shufflevector(ab23, cd23, 2, 3, 6, 7));
+    }
+  }
+}
+
+void TurnBytes(const std::uint8_t* const* rows, float* columns) {
+  Octets16 square[16];
+  for (int row = 0; row < kTile; ++row) square[row] = Load<Octets16>(rows[row]);
+  Turn(square);
+  std::uint8_t turned[kTile * kTile];
+  for (int i = 0; i < kTile; ++i) Store(turned + kTile * i, square[i]);
+  for (int i = 0; i < kTile * kTile; i += kLanes) Store(columns + i, LoadBytesAsFloats(turned + i));
+}
+
+void TurnFloats(const float* const* rows, float* columns) { Turn(rows, columns); }
+
+// Weighted sums at kAlong neighbouring positions for the 16 values beside each other: `at(i)` is where
+// position i starts, `out(t)` where the sums of position t belong. There are at least kAlong weights.
+template <class At, class Out>
+ALWAYS_INLINE void SumLong(At at, const float* kernel, int taps, Out out) {
+  Floats sums[kAlong][kAcross];
+  const auto add = [&](int i, int first, int last, bool starts) __attribute__((always_inline)) {
+    const float* source = at(i);
+    Floats values[kAcross];
+    for (int v = 0; v < kAcross; ++v) values[v] = Load<Floats>(source + v * kLanes);
+    for (int t = 0; t < kAlong; ++t) {
+      if (t < first || t > last) continue;
+      const Floats weight = Broadcast(kernel[i - t]);
+      for (int v = 0; v < kAcross; ++v) {
+        const Floats product = values[v] * weight;
+        sums[t][v] = starts && t == last ? product : sums[t][v] + product;
+      }
+    }
+  };
+#pragma GCC unroll 8
+  for (int i = 0; i < kAlong; ++i) add(i, 0, i, true);
+  for (int i = kAlong; i < taps; ++i) add(i, 0, kAlong - 1, false);
+#pragma GCC unroll 8
+  for (int k = 1; k < kAlong; ++k) add(taps - 1 + k, k, kAlong - 1, false);
+  for (int t = 0; t < kAlong; ++t) {
+    for (int v = 0; v < kAcross; ++v) Store(out(t) + v * kLanes, sums[t][v]);
+  }
+}
+
+// The same for kernels shorter than that.
+template <class At, class Out>
+ALWAYS_INLINE void SumShort(At at, const float* kernel, int taps, Out out) {
+  for (int t = 0; t < kAlong; ++t) {
+    for (int v = 0; v < kTile; v += kLanes) {
+      Floats sum = Load<Floats>(at(t) + v) * Broadcast(kernel[0]);
+      for (int j = 1; j < taps; ++j) sum += Load<Floats>(at(t + j) + v) * Broadcast(kernel[j]);
+      Store(out(t) + v, sum);
+    }
+  }
+}
+
+template <class At, class Out>
+ALWAYS_INLINE void SumTile(At at, const float* kernel, int taps, Out out) {
+  for (int first = 0; first < kTile; first += kAlong) {
+    const auto from = [&](int i) __attribute__((always_inline)) { return at(first + i); };
+    const auto to = [&](int t) __attribute__((always_inline)) { return out(first + t); };
+    if (taps >= kAlong) {
+      SumLong(from, kernel, taps, to);
+    } else {
+      SumShort(from, kernel, taps, to);
+    }
+  }
+}
+
+void SumRows(const float* columns, const float* kernel, int taps, float* tile) {
+  float turned[kTile * kTile];
+  SumTile(
+      [=](int i) __attribute__((always_inline)) { return columns + kTile * i; }, kernel,
+      taps, [&](int t) __attribute__((always_inline)) { return turned + kTile * t; });
+  const float* rows[kTile];
+  for (int i = 0; i < kTile; ++i) rows[i] = turned + kTile * i;
+  Turn(rows, tile);
+}
+
+void SumColumns(const float* tile, const int* slots, const float* kernel, int taps, float* sums) {
+  SumTile(
+      [=](int i) __attribute__((always_inline)) { return tile + slots[i]; }, kernel,
+      taps, [=](int t) __attribute__((always_inline)) { return sums + kSegment * t; });
+}
+
+// sin(scale * value), |scale * value| at most 1.5708: a polynomial in 64 bits, within a 10^16th of the sine,
+// then rounded to 32 bits. Four vectors at a time, whose chains of operations overlap.
+ALWAYS_INLINE void Sines(const Floats (&values)[4], Doubles scale, Floats (&sines)[4]) {
+  static constexpr double kSeries[] = {-0x1.9eedeb9288095p-41, 0x1.60e55130e8b5ap-33,  -0x1.ae634afcade55p-26,
+                                       0x1.71de37ddf9c4cp-19,  -0x1.a01a0199bf5b5p-13, 0x1.1111111108fafp-7,
+                                       -0x1.5555555555458p-3,  0x1.fffffffffffffp-1};
+  for (int pair = 0; pair < 4; pair += 2) {
+    Doubles x[4];
+    Doubles square[4];
+    Doubles value[4];
+    for (int i = 0; i < 4; ++i) {
+      const Floats v = values[pair + i / 2];
+      x[i] = (i % 2 == 0 ? LowDoubles(v) : HighDoubles(v)) * scale;
+      square[i] = x[i] * x[i];
+      value[i] = Spread(kSeries[0]);
+    }
+    for (int k = 1; k < 8; ++k) {
+      for (int i = 0; i < 4; ++i) value[i] = value[i] * square[i] + Spread(kSeries[k]);
+    }
+    for (int i = 0; i < 2; ++i) {
+      sines[pair + i] = NarrowToFloats(value[2 * i] * x[2 * i], value[2 * i + 1] * x[2 * i + 1]);
+    }
+  }
+}
+
+// Sixteen sums of squares, of the columns whose number has the same remainder by 16.
+class Energy {
+ public:
+  ALWAYS_INLINE explicit Energy(double* sums) : target_(sums) {
+    for (int i = 0; i < kParts; ++i) sums_[i] = Load<Doubles>(sums + i * kWide);
+  }
+  // `vector` is the place of the residuals among the segment's vectors.
+  ALWAYS_INLINE void Add(int vector, Floats residual) {
+    const Doubles low = LowDoubles(residual);
+    const Doubles high = HighDoubles(residual);
+    const int part = vector % kAcross * 2;
+    sums_[part] += low * low;
+    sums_[part + 1] += high * high;
+  }
+  ALWAYS_INLINE void Finish() {
+    for (int i = 0; i < kParts; ++i) Store(target_ + i * kWide, sums_[i]);
+  }
+
+ private:
+  static constexpr int kWide = kVectorBytes / 8;
+  static constexpr int kParts = kTile / kWide;
+  Doubles sums_[kParts];
+  double* target_;
+};
+
+constexpr int kVectors = kSegment / kLanes;
+static_assert(kVectors % 4 == 0);
+
+ALWAYS_INLINE Floats Limited(Floats v) { return Smaller(Larger(v, Floats{}), Broadcast(255.0f)); }
+
+template <bool weighted>
+ALWAYS_INLINE void FinishBytes(const float* sums, float normalizer, const std::uint8_t* observed,
+                               std::uint8_t* estimate, double* energySums) {
+  const Floats divisor = Broadcast(normalizer);
+  Energy energy(energySums);
+  for (int group = 0; group < kVectors; group += 4) {
+    Floats blurred[4];
+    Floats weights[4];
+    Ints levels[4];
+    for (int i = 0; i < 4; ++i) {
+      blurred[i] = Limited(Load<Floats>(sums + (group + i) * kLanes) / divisor);
+    }
+    if (weighted) Sines(blurred, Spread(1.57 / 255), weights);
+    for (int i = 0; i < 4; ++i) {
+      const int x = (group + i) * kLanes;
+      Floats residual = LoadBytesAsFloats(observed + x) - blurred[i];
+      if (!weighted) residual = Larger(residual, Floats{});
+      energy.Add(group + i, residual);
+      const Floats correction = weighted ? residual * weights[i] : residual;
+      levels[i] = RoundToInts(Limited(LoadBytesAsFloats(estimate + x) + correction));
+    }
+    Store(estimate + group * kLanes, PackToOctets(levels[0], levels[1], levels[2], levels[3]));
+  }
+  energy.Finish();
+}
+
+void CorrectBytes(const float* sums, float normalizer, const std::uint8_t* observed, std::uint8_t* estimate,
+                  double* energy) {
+  FinishBytes<true>(sums, normalizer, observed, estimate, energy);
+}
+
+void RaiseBytes(const float* sums, float normalizer, const std::uint8_t* observed, std::uint8_t* estimate,
+                double* energy) {
+  FinishBytes<false>(sums, normalizer, observed, estimate, energy);
+}
+
+ALWAYS_INLINE Floats BlankAsZero(Floats v) { return v == v ? v : Floats{}; }
+
+void RaiseFloats(const float* sums, float normalizer, const float* observed, float* estimate,
+                 double* energySums) {
+  const Floats divisor = Broadcast(normalizer);
+  Energy energy(energySums);
+  for (int i = 0; i < kVectors; ++i) {
+    const int x = i * kLanes;
+    const Floats blurred = Load<Floats>(sums + x) / divisor;
+    const Floats residual = Larger(BlankAsZero(Load<Floats>(observed + x)) - blurred, Floats{});
+    energy.Add(i, residual);
+    Store(estimate + x, Larger(Load<Floats>(estimate + x) + residual, Floats{}));
+  }
+  energy.Finish();
+}
+
+void KeepBlurred(const float* sums, float normalizer, const float* observed, float* blurred,
+                 double* energySums, float* largest) {
+  const Floats divisor = Broadcast(normalizer);
+  Energy energy(energySums);
+  Floats most[kAcross];
+  for (int i = 0; i < kAcross; ++i) most[i] = Load<Floats>(largest + i * kLanes);
+  for (int i = 0; i < kVectors; ++i) {
+    const int x = i * kLanes;
+    const Floats value = Load<Floats>(sums + x) / divisor;
+    energy.Add(i, BlankAsZero(Load<Floats>(observed + x)) - value);
+    most[i % kAcross] = Larger(most[i % kAcross], value);
+    Store(blurred + x, value);
+  }
+  for (int i = 0; i < kAcross; ++i) Store(largest + i * kLanes, most[i]);
+  energy.Finish();
+}
+
+void CorrectFloats(const float* blurred, double scale, const float* observed, float* estimate) {
+  const Doubles wideScale = Spread(scale);
+  for (int group = 0; group < kVectors; group += 4) {
+    Floats values[4];
+    Floats weights[4];
+    for (int i = 0; i < 4; ++i) values[i] = Load<Floats>(blurred + (group + i) * kLanes);
+    Sines(values, wideScale, weights);
+    for (int i = 0; i < 4; ++i) {
+      const int x = (group + i) * kLanes;
+      const Floats residual = BlankAsZero(Load<Floats>(observed + x)) - values[i];
+      Store(estimate + x, Larger(Load<Floats>(estimate + x) + residual * weights[i], Floats{}));
+    }
+  }
+}
+
+}  // namespace
+
+extern const DeconvolutionKernels deconvolutionKernels{TurnBytes,   TurnFloats,   SumRows,
+                                                       SumColumns,  CorrectBytes, RaiseBytes,
+                                                       RaiseFloats, KeepBlurred,  CorrectFloats};
+
+}  // namespace corvane::VECTOR_NAMESPACE
