@@ -1,5 +1,6 @@
 #include "core/fits_writer.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "core/fits_format.h"
@@ -12,8 +13,9 @@ namespace corvane {
 namespace {
 
 constexpr int kHeaderCards = 36;
-constexpr std::size_t kNameSize = 52;     // characters of a name in the card of the original files
-constexpr std::size_t kCommentSize = 68;  // characters of a comment between its quotes
+constexpr std::size_t kNameSize = 52;         // characters of a name in the card of the original files
+constexpr std::size_t kCommentSize = 68;      // characters of a comment between its quotes
+constexpr std::size_t kEncodedBlock = 32768;  // pixels; decoded again while they are in the cache
 constexpr float kHighest = 32767.0f;
 
 std::string Padded(std::string text, std::size_t size) {
@@ -159,11 +161,17 @@ void FitRange(ModCV& cv, int code) {
 }
 
 void EncodeSixteenBit(ModCV& cv) {
+  // Where a slot shares the array, `values` stays the slot's; otherwise both are one, block after block.
   const ConstFloatView values = cv.ImageData.View();
+  float* target = cv.ImageData.Overwrite().values;
   SizeOutput(cv, 2 * values.Count());
-  EncodeSixteen(values.values, cv.FitsOutBuf.data(), values.Count());
   const FitsLayout written{.bytesPerPixel = 2, .width = values.width, .height = values.height};
-  DecodePixels(written, cv.FitsOutBuf.data(), cv.ImageData.Overwrite().values, values.Count());
+  for (std::size_t first = 0; first < values.Count(); first += kEncodedBlock) {
+    const std::size_t count = std::min(kEncodedBlock, values.Count() - first);
+    unsigned char* raw = cv.FitsOutBuf.data() + 2 * first;
+    EncodeSixteen(values.values + first, raw, count);
+    DecodePixels(written, raw, target + first, count);
+  }
   cv.ImageWidth = static_cast<float>(values.width);
   cv.ImageHeight = static_cast<float>(values.height);
 }

@@ -5,17 +5,17 @@
 namespace corvane::VECTOR_NAMESPACE {
 namespace {
 
+// Packing limits the integers to 0..65535 and turns not-a-number, the smallest integer, into 0; only what
+// would not fit an integer is limited before.
 ALWAYS_INLINE Ints Rounded(const float* values) {
-  const Floats v = Load<Floats>(values);
-  const Floats atMost = v > Broadcast(65535.0f) ? Broadcast(65535.0f) : v;
-  return RoundToInts(Larger(Broadcast(0.0f), atMost));  // not-a-number is not larger: 0
+  return RoundToInts(Smaller(Load<Floats>(values), Broadcast(65535.0f)));
 }
 
 ALWAYS_INLINE Words BigEndian(Words words) {
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
   return words;
 #else
-  return words << 8 | words >> 8;
+  return SwapWordBytes(words);
 #endif
 }
 

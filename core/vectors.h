@@ -149,6 +149,22 @@ ALWAYS_INLINE Words PackToWords(Ints a, Ints b) {
 #endif
 }
 
+// The two bytes of each word exchanged.
+ALWAYS_INLINE Words SwapWordBytes(Words words) {
+#if defined(__SSSE3__)
+  const __m128i order = _mm_setr_epi8(1, 0, 3, 2, 5, 4, 7, 6, 9, 8, 11, 10, 13, 12, 15, 14);
+#if defined(__AVX512BW__)
+  return (Words)_mm512_shuffle_epi8((__m512i)words, _mm512_broadcast_i32x4(order));
+#elif defined(__AVX2__)
+  return (Words)_mm256_shuffle_epi8((__m256i)words, _mm256_broadcastsi128_si256(order));
+#else
+  return (Words)_mm_shuffle_epi8((__m128i)words, order);
+#endif
+#else
+  return words << 8 | words >> 8;
+#endif
+}
+
 // Four vectors of integers to one vector of bytes, limited to 0..255, in order.
 ALWAYS_INLINE Octets PackToOctets(Ints a, Ints b, Ints c, Ints d) {
 #if defined(__AVX512BW__)

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -184,6 +185,21 @@ TEST_F(FitsWriting, SixteenBitsArePaddedToBlocksAndReadBackAsTheWorkingData) {
   cv.FitsFileSize = "kept";
   EXPECT_FALSE(SixteenBitSave(cv, 2, [] { return false; }));
   EXPECT_EQ(cv.FitsFileSize, "kept");
+}
+
+TEST_F(FitsWriting, LargeDataAreEncodedWholeWhetherTheSlotSharesThemOrNot) {
+  const FloatImage data = NoiseFloats(301, 211, 3, -50, 40000);
+  for (const bool shared : {true, false}) {
+    cv.ImageData = data;
+    if (!shared) cv.ImageData.Edit();
+    EncodeSixteenBit(cv);
+    for (std::size_t i = 0; i < data.Count(); ++i) {
+      const float expected = std::nearbyint(std::max(data.View().values[i], 0.0f));
+      ASSERT_EQ(cv.ImageData.View().values[i], expected) << i;
+      ASSERT_EQ(cv.FitsOutBuf[2 * i] * 256 + cv.FitsOutBuf[2 * i + 1], expected) << i;
+    }
+  }
+  EXPECT_NE(data.View().values, cv.ImageData.View().values);
 }
 
 TEST_F(FitsWriting, EightBitDataAreTheRowsFromTheTopWithoutPadding) {
