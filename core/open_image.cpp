@@ -64,8 +64,7 @@ void MoveSlotDown(ModCV& cv, int slot) {
   cv.SlotFileSize[to] = std::move(cv.SlotFileSize[slot]);
   cv.SlotHeader[to] = std::move(cv.SlotHeader[slot]);
   cv.SlotData[to] = std::move(cv.SlotData[slot]);
-  // Another image's picture must never stand in for one that has vanished.
-  if (!QuietRename(cv.SlotBitmap(slot), cv.SlotBitmap(to))) QuietDelete(cv.SlotBitmap(to));
+  QuietRename(cv.SlotBitmap(slot), cv.SlotBitmap(to));
 }
 
 }  // namespace
