@@ -6,6 +6,7 @@
 #include <cstring>
 #include <random>
 
+#include "analysis/histogram.h"
 #include "analysis/views.h"
 #include "core/byte_map.h"
 #include "viewer/geometry.h"
@@ -105,6 +106,13 @@ void Edge(benchmark::State& state) {
 }
 BENCHMARK(Edge)->Apply(BothSizes);
 
+void Histogram(benchmark::State& state) {
+  Pictures p(state);
+  LevelHistogram counts{};
+  Run(state, [&] { CountPixels(p.source.View(), counts); });
+}
+BENCHMARK(Histogram)->Apply(BothSizes);
+
 // 1000 x 1000 to 3000 x 3000: close to the largest picture allowed.
 template <void (*Enlarge)(ConstGrayView, int, GrayView)>
 void Magnify(benchmark::State& state) {
@@ -174,6 +182,18 @@ void PeerNegative(benchmark::State& state) {
   Run(state, [&] { cv::bitwise_not(source, result); });
 }
 BENCHMARK(PeerNegative)->Apply(BothSizes);
+
+void PeerHistogram(benchmark::State& state) {
+  cv::setNumThreads(1);
+  Pictures p(state);
+  const cv::Mat source = AsMat(p.source);
+  const int levels = 256;
+  const float range[] = {0, 256};
+  const float* ranges[] = {range};
+  cv::Mat counts;
+  Run(state, [&] { cv::calcHist(&source, 1, nullptr, cv::Mat(), counts, 1, &levels, ranges); });
+}
+BENCHMARK(PeerHistogram)->Apply(BothSizes);
 
 template <int Method>
 void PeerMagnify(benchmark::State& state) {
