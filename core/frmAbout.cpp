@@ -29,7 +29,7 @@ frmAbout::frmAbout(ModCV&, Platform&) {
   txbAbout->setReadOnly(true);
   txbAbout->setPlainText(QString::fromLatin1(kAbout).arg(QLatin1String(qVersion())));
   const QFontMetrics metrics(txbAbout->font());
-  txbAbout->setMinimumSize(metrics.averageCharWidth() * 52, metrics.lineSpacing() * 12);
+  txbAbout->setMinimumSize(metrics.averageCharWidth() * 52, metrics.lineSpacing() * 10);
   auto* cmdOK = Named(new QPushButton("OK"), "cmdOK", "OK");
   cmdOK->setDefault(true);
   connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);

@@ -73,9 +73,10 @@ class Dialog : public QFileDialog {
 
   // The filter's extension follows the choice of the filter.
   void AddExtensions(const QString& preferred) {
-    const auto follow = [this, preferred](const QString& filter) {
-      const qsizetype index = nameFilters().indexOf(filter);
-      if (index >= 0) setDefaultSuffix(ExtensionFor(filters_[index], preferred));
+    // The dialog names a filter by its label or by label and patterns.
+    const auto follow = [this, preferred](const QString& chosen) {
+      for (const Filter& filter : filters_)
+        if (chosen.startsWith(filter.label.trimmed())) setDefaultSuffix(ExtensionFor(filter, preferred));
     };
     connect(this, &QFileDialog::filterSelected, this, follow);
     follow(selectedNameFilter());

@@ -91,8 +91,8 @@ bool QtPrintJob::End() {
   // The PDF engine does not notice a full disk: a document that was written ends in its end mark.
   QFile file(printer_->outputFileName());
   const QByteArray mark = "%%EOF";
-  return file.open(QIODevice::ReadOnly) && file.seek(std::max<qint64>(0, file.size() - 16)) &&
-         file.readAll().contains(mark);
+  return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly) &&
+         file.seek(std::max<qint64>(0, file.size() - 16)) && file.readAll().contains(mark);
 }
 
 std::unique_ptr<PrintJob> ShowPrintDialog(const std::string& documentName) {

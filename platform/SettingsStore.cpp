@@ -9,7 +9,7 @@
 namespace corvane {
 namespace {
 
-constexpr int kLockMilliseconds = 1000;
+constexpr int kLockMilliseconds = 500;
 
 class Store : public QSettings {
  public:

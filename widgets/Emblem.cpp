@@ -8,7 +8,7 @@
 namespace corvane {
 namespace {
 
-constexpr int kStars = 170;
+constexpr int kStars = 130;
 constexpr QRgb kStarColors[] = {0xffffffff, 0xffcfe0ff, 0xffffe9c8, 0xffffd2b0};
 
 // A repeatable scatter: the sky is the same at every start.
@@ -111,7 +111,7 @@ QPixmap SplashPicture(QSize size, qreal pixelRatio) {
   const QRectF area(QPointF(0, 0), QSizeF(size));
   PaintSky(painter, area);
   PaintGalaxy(painter, QPointF(area.width() * 0.32, area.height() * 0.40), area.width() * 0.27);
-  PaintStars(painter, area);
+  PaintStars(painter, area.adjusted(0, 0, 0, -area.height() * 0.34));
   PaintConstellation(painter, area);
   const QRectF text = area.adjusted(28, 0, -28, -24);
   PaintText(painter, text.adjusted(0, 0, 0, -26), "Corvane", 42, 4, QColor(240, 244, 255),

@@ -1,0 +1,74 @@
+#include "platform/QtPrintJob.h"
+#include "platform/QtText.h"
+#include "tests/support/app_dir_fixture.h"
+#include "tests/support/file_makers.h"
+
+namespace corvane {
+namespace {
+
+class PrintJobTest : public AppDirFixture {
+ protected:
+  static std::unique_ptr<QtPrintJob> PdfJob(const std::filesystem::path& target) {
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    printer->setOutputFormat(QPrinter::PdfFormat);
+    printer->setOutputFileName(ToQt(target));
+    printer->setPageSize(QPageSize(QPageSize::A4));
+    printer->setPageMargins(QMarginsF(10, 10, 10, 10), QPageLayout::Millimeter);
+    return std::make_unique<QtPrintJob>(std::move(printer));
+  }
+  static int Pages(const std::string& pdf) {
+    int pages = 0;
+    for (std::size_t at = 0; (at = pdf.find("/Type /Page\n", at)) != std::string::npos; ++at) ++pages;
+    return pages;
+  }
+};
+
+TEST_F(PrintJobTest, GivesThePageInPixelsOfTheScreen) {
+  const auto job = PdfJob(UserFile("page.pdf"));
+  EXPECT_NEAR(job->PageWidth(), 190 / 25.4 * 96, 1);
+  EXPECT_NEAR(job->PageHeight(), 277 / 25.4 * 96, 1);
+  EXPECT_TRUE(job->End());
+}
+
+TEST_F(PrintJobTest, PrintsAPictureAndReportsOneThatIsGone) {
+  const auto ramp = [](int x, int y) {
+    const auto level = static_cast<std::uint8_t>(x + y);
+    return Color{level, level, level};
+  };
+  const auto bitmap = MakeUserFile("picture.bmp", BitmapBytes({8, 64, 48, false, ramp, {}}));
+  const auto job = PdfJob(UserFile("picture.pdf"));
+  job->Picture(bitmap, 10, 20, 640, 480);
+  EXPECT_TRUE(job->End());
+  const std::string pdf = ReadFile(UserFile("picture.pdf"));
+  EXPECT_NE(pdf.find("/Width 64\n/Height 48"), std::string::npos);
+
+  const auto failing = PdfJob(UserFile("gone.pdf"));
+  failing->Picture(UserFile("absent.bmp"), 0, 0, 10, 10);
+  EXPECT_FALSE(failing->End());
+}
+
+TEST_F(PrintJobTest, PrintsAHeaderOverAsManyPagesAsItTakes) {
+  const auto pagesOf = [this](int lines) {
+    std::string text;
+    for (int i = 0; i < lines; ++i) text += Card("NAXIS1", i) + "\r\n";
+    const auto job = PdfJob(UserFile("header.pdf"));
+    job->Text(text);
+    EXPECT_TRUE(job->End());
+    return Pages(ReadFile(UserFile("header.pdf")));
+  };
+  EXPECT_EQ(pagesOf(36), 1);
+  EXPECT_GE(pagesOf(360), 4);
+  EXPECT_LE(pagesOf(360), 8);
+}
+
+TEST_F(PrintJobTest, FailsWhereThePdfCannotBeWritten) {
+  for (const std::filesystem::path& target :
+       {UserFile("no/such/folder.pdf"), std::filesystem::path("/dev/full")}) {
+    const auto job = PdfJob(target);
+    job->Text("text");
+    EXPECT_FALSE(job->End()) << target;
+  }
+}
+
+}  // namespace
+}  // namespace corvane

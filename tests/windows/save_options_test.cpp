@@ -1,0 +1,77 @@
+#include <QTest>
+
+#include "core/frmFITS.h"
+#include "tests/support/app_dir_fixture.h"
+#include "tests/support/window_controls.h"
+
+namespace corvane {
+namespace {
+
+class SaveOptions : public AppDirFixture {};
+
+TEST_F(SaveOptions, OfferSixteenBitsExactlyWhereThePictureHasThem) {
+  cv.OpenTitle = "~aligned.fit";  // the name says nothing about it
+  for (const int code : {1, 2, 4, -4, 0}) {
+    cv.BytesPerPixel = code;
+    const frmFITS window(cv, os);
+    EXPECT_TRUE(Find<QAbstractButton>(window, "Option1").isChecked()) << code;
+    EXPECT_EQ(Find<QAbstractButton>(window, "Option2").isEnabled(), code != 1 && code != 0) << code;
+    EXPECT_EQ(Find<QLineEdit>(window, "txbComment").text(), "");
+  }
+}
+
+TEST_F(SaveOptions, LeaveTheChosenBitsInTheStore) {
+  cv.BytesPerPixel = -4;
+  const frmFITS window(cv, os);
+  Press(window, "Option2");
+  EXPECT_EQ(cv.BytesPerPixel, 2);
+  Press(window, "Option1");
+  EXPECT_EQ(cv.BytesPerPixel, 1);
+  Press(window, "Option2");
+  Press(window, "cmdClose");
+  EXPECT_EQ(cv.BytesPerPixel, 2);
+}
+
+TEST_F(SaveOptions, FinishTheSaveHoweverTheyAreClosed) {
+  enum class Way { Button, Return, Escape, Box };
+  for (const Way way : {Way::Button, Way::Return, Way::Escape, Way::Box}) {
+    cv.BytesPerPixel = 4;
+    cv.FitsComment.clear();
+    frmFITS window(cv, os);
+    window.show();
+    auto& txbComment = Find<QLineEdit>(window, "txbComment");
+    QTest::keyClicks(&txbComment, "first light");
+    if (way == Way::Button) Press(window, "cmdClose");
+    if (way == Way::Return) QTest::keyClick(&txbComment, Qt::Key_Return);
+    if (way == Way::Escape) QTest::keyClick(&window, Qt::Key_Escape);
+    if (way == Way::Box) window.close();
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(cv.BytesPerPixel, 1);
+    EXPECT_EQ(cv.FitsComment, "'first light'" + std::string(57, ' ')) << static_cast<int>(way);
+  }
+}
+
+TEST_F(SaveOptions, MakeACardOfAnyComment) {
+  const std::string full(68, 'c');
+  const std::pair<QString, std::string> cases[] = {
+      {"", "'...'" + std::string(65, ' ')},
+      {QString(70, 'c'), "'" + full + "'"},
+      {QString(67, 'c'), "'" + full.substr(1) + "' "},
+      // One "?" for a character, not for each of its bytes.
+      {QString::fromUtf8("α M\u00fcnchen \U0001F30C\t"), "'? M?nchen ?\?'" + std::string(56, ' ')},
+      {"Barnard's loop", "'Barnard''s loop'" + std::string(53, ' ')},
+      // A doubled quote is not cut in two.
+      {QString(67, 'c') + '\'', "'" + full.substr(1) + "' "},
+  };
+  for (const auto& [typed, value] : cases) {
+    cv.BytesPerPixel = 1;
+    const frmFITS window(cv, os);
+    Find<QLineEdit>(window, "txbComment").setText(typed);
+    Press(window, "cmdClose");
+    EXPECT_EQ(cv.FitsComment, value) << typed.toStdString();
+    EXPECT_EQ(cv.FitsComment.size(), 70u);
+  }
+}
+
+}  // namespace
+}  // namespace corvane
