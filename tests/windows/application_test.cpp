@@ -1,6 +1,7 @@
 #include <signal.h>
 
 #include <QGuiApplication>
+#include <QPointer>
 #include <QProcess>
 #include <QScreen>
 #include <QTest>
@@ -28,6 +29,18 @@ TEST_F(Application, HasExactlyTheWindowsThatItsMenusOffer) {
     EXPECT_EQ(MakeWindow(window, cv, os, desk) != nullptr, IsBuilt(window)) << static_cast<int>(window);
   for (const Dialog dialog : kDialogs)
     EXPECT_EQ(MakeDialog(dialog, cv, os) != nullptr, IsBuilt(dialog)) << static_cast<int>(dialog);
+}
+
+TEST_F(Application, HasATopicInTheManualForEveryWindow) {
+  const std::string manual = ReadFile(AppFile("CORVANEIII.HLP"));
+  std::vector<std::unique_ptr<QWidget>> windows;
+  for (const Window window : kWindows) windows.push_back(MakeWindow(window, cv, os, desk));
+  for (const Dialog dialog : kDialogs) windows.push_back(MakeDialog(dialog, cv, os));
+  for (const auto& window : windows) {
+    if (!window) continue;
+    const std::string name = window->objectName().toStdString();
+    EXPECT_NE(manual.find("name=\"" + name + '"'), std::string::npos) << name;
+  }
 }
 
 TEST_F(Application, GivesEveryButtonOfADialogANameToSpeak) {
@@ -69,6 +82,45 @@ TEST_F(Application, MovesAWindowNoFartherThanItMust) {
   EXPECT_EQ(InsideArea({-5, 0}, {640, 480}, area), QPoint(0, 30));
   EXPECT_EQ(InsideArea({1000, 700}, {640, 480}, area), QPoint(726, 288));
   EXPECT_EQ(InsideArea({10, 100}, {2000, 900}, area), QPoint(0, 30));
+}
+
+TEST_F(Application, ShowsOneMainWindowAndUnloadsItsOpenerFirst) {
+  ApplicationDesk real(cv, os);
+  cv.WindowLeft = 40;
+  cv.WindowTop = 50;
+  real.Replace(Window::Examine);
+  const QPointer<ToolWindow> first = real.Shown();
+  ASSERT_TRUE(first);
+  EXPECT_TRUE(first->isVisible());
+  const QRect frame = first->frameGeometry();
+  EXPECT_EQ(frame.top(), 50);
+  EXPECT_GE(frame.left(), 0);
+  EXPECT_LE(frame.width(), 1366);
+  EXPECT_LE(frame.height(), 768 - 50);
+  WriteFile(AppFile("temp.bmp"), "of the first");
+  real.Replace(Window::Examine);
+  ASSERT_TRUE(real.Shown());
+  EXPECT_NE(real.Shown(), first);
+  EXPECT_TRUE(real.Shown()->isVisible());
+  EXPECT_FALSE(std::filesystem::exists(AppFile("temp.bmp")));
+  EXPECT_FALSE(first && first->isVisible());
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_FALSE(first);
+}
+
+TEST_F(Application, EndsAsExitDoesWhenItIsAskedToFromOutside) {
+  ApplicationDesk real(cv, os);
+  real.UnloadForGood();
+  real.Replace(Window::Examine);
+  cv.KeepTempFiles = true;
+  cv.ImageCount = 1;
+  WriteFile(AppFile("0temp.bmp"), "a picture");
+  WriteFile(AppFile("dummy.bmp"), "a view");
+  cv.SaveDir = "/saved";
+  real.UnloadForGood();
+  EXPECT_THAT(WorkingFiles(), testing::IsEmpty());
+  EXPECT_EQ(os.settings["SaveDir"], "/saved");
+  cv.ImageCount = 0;
 }
 
 // The program itself, in the fixture's AppDir.

@@ -1,6 +1,7 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QTest>
 
 #include "platform/FileDialogs.h"
 #include "platform/QtText.h"
@@ -82,8 +83,7 @@ TEST_F(FileDialogs, AddTheExtensionOfTheFilterToANameWithoutOne) {
 
   WhenShown<QFileDialog>([](QFileDialog& dialog) {
     auto& types = Find<QComboBox>(dialog, "fileTypeCombo");
-    types.setCurrentIndex(0);
-    Q_EMIT types.activated(0);
+    QTest::keyClick(&types, Qt::Key_Up);
     Type(dialog, "m33");
   });
   EXPECT_EQ(ShowSaveDialog(Request(2), os.documentsDir).path, UserFile("m33.bmp"));
