@@ -10,7 +10,7 @@ from pathlib import Path
 
 # Folders of one entry stand side by side and do not include each other.
 FREE = [["platform"], ["core"], ["analysis"], ["luminance"], ["filters", "viewer", "align", "color"]]
-WINDOWS = [["platform"], ["widgets"], ["core"], ["analysis"], ["luminance"],
+WINDOWS = [["widgets"], ["platform"], ["core"], ["analysis"], ["luminance"],
            ["filters", "viewer", "align", "color"], ["app"]]
 MAIN_WINDOWS = {"frmExamine", "frmScale", "frmMask", "frmFilter", "frmAlign", "frmCombine", "frmColor"}
 OURS = {folder for row in WINDOWS for folder in row}
