@@ -38,8 +38,7 @@ class BandBlur {
         columns_(static_cast<std::size_t>(kTile) * (kTilesAtATime * kTile + 2 * spread.halfWidth)),
         slots_(taps_ + kTile - 1) {}
 
-  // One iteration's blur, finished by `form` segment by segment. The residual energy, or nothing once `watch`
-  // cancels.
+  // One iteration's blur, finished by `form` segment by segment. False once `watch` cancels.
   bool Run(IterationWatch& watch, double& energy) {
     energy = 0;
     int summed = 0;
@@ -149,11 +148,10 @@ class DisplayForm {
       : estimate_(image),
         observed_(image.Size()),
         finish_(mode == Restoration::Standard ? ChosenDeconvolutionKernels().correctBytes
-                                              : ChosenDeconvolutionKernels().raiseBytes) {
-    std::memcpy(observed_.data(), image.bits, image.Size());
-  }
+                                              : ChosenDeconvolutionKernels().raiseBytes) {}
   int Width() const { return estimate_.width; }
   int Height() const { return estimate_.height; }
+  void Start() { std::memcpy(observed_.data(), estimate_.bits, observed_.size()); }
   void Prepare(int, int) {}
   void Turn(int row, int x, float* columns) const {
     const std::uint8_t* rows[kTile];
@@ -190,14 +188,16 @@ class DataForm {
   DataForm(FloatView image, Restoration mode)
       : estimate_(image), observed_(image.Count()), weighted_(mode == Restoration::Standard) {
     if (weighted_) blurred_.Resize(image.Count());
-    for (std::size_t i = 0; i < image.Count(); ++i) {
-      const float v = image.values[i];
-      observed_[i] = v;
-      image.values[i] = v == v ? v : 0.0f;
-    }
   }
   int Width() const { return estimate_.width; }
   int Height() const { return estimate_.height; }
+  void Start() {
+    for (std::size_t i = 0; i < observed_.size(); ++i) {
+      const float v = estimate_.values[i];
+      observed_[i] = v;
+      estimate_.values[i] = v == v ? v : 0.0f;
+    }
+  }
   void Prepare(int row, int rows) {
     if (scale_ != 0) Correct(row, rows);
   }
@@ -257,6 +257,7 @@ template <class Form>
 bool Iterate(Form& form, float radius, IterationWatch& watch) {
   const PointSpread spread = GaussianPointSpread(radius);
   BandBlur<Form> blur(form, spread);
+  form.Start();
   double firstEnergy = 1;
   float lastError = 0;
   for (int iteration = 1; iteration <= Form::kMostIterations; ++iteration) {

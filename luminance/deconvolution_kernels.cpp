@@ -66,11 +66,15 @@ ALWAYS_INLINE void SumLong(At at, const float* kernel, int taps, Out out) {
   Floats sums[kAlong][kAcross];
   const auto add = [&](int i, int first, int last, bool starts) __attribute__((always_inline)) {
     const float* source = at(i);
+    // Weights are loaded where they are used: carried over from one position to the next they would take the
+    // registers of the sums.
+    const float* weights = kernel + i;
+    __asm__("" : "+r"(weights));
     Floats values[kAcross];
     for (int v = 0; v < kAcross; ++v) values[v] = Load<Floats>(source + v * kLanes);
     for (int t = 0; t < kAlong; ++t) {
       if (t < first || t > last) continue;
-      const Floats weight = Broadcast(kernel[i - t]);
+      const Floats weight = Broadcast(weights[-t]);
       for (int v = 0; v < kAcross; ++v) {
         const Floats product = values[v] * weight;
         sums[t][v] = starts && t == last ? product : sums[t][v] + product;
@@ -128,28 +132,45 @@ void SumColumns(const float* tile, const int* slots, const float* kernel, int ta
       taps, [=](int t) __attribute__((always_inline)) { return sums + kSegment * t; });
 }
 
-// sin(scale * value), |scale * value| at most 1.5708: a polynomial in 64 bits, within a 10^16th of the sine,
-// then rounded to 32 bits. Four vectors at a time, whose chains of operations overlap.
-ALWAYS_INLINE void Sines(const Floats (&values)[4], Doubles scale, Floats (&sines)[4]) {
+// Makes the compiler compute `v` here and not where it is used next.
+ALWAYS_INLINE void Settle(Doubles& v) {
+#if defined(__x86_64__)
+  __asm__("" : "+v"(v));
+#else
+  (void)v;
+#endif
+}
+
+// The weights of kSegment blurred values: sin(scale * value), |scale * value| at most 1.5708, by a polynomial
+// in 64 bits within a 10^16th of the sine, then rounded to 32 bits. Four chains of operations side by side:
+// one after the other they would leave the processor waiting.
+ALWAYS_INLINE void Weigh(const float* blurred, Doubles scale, float* weights) {
   static constexpr double kSeries[] = {-0x1.9eedeb9288095p-41, 0x1.60e55130e8b5ap-33,  -0x1.ae634afcade55p-26,
                                        0x1.71de37ddf9c4cp-19,  -0x1.a01a0199bf5b5p-13, 0x1.1111111108fafp-7,
                                        -0x1.5555555555458p-3,  0x1.fffffffffffffp-1};
-  for (int pair = 0; pair < 4; pair += 2) {
-    Doubles x[4];
+  for (int at = 0; at < kSegment; at += 2 * kLanes) {
+    const Floats low = Load<Floats>(blurred + at);
+    const Floats high = Load<Floats>(blurred + at + kLanes);
+    const Doubles x[4] = {LowDoubles(low) * scale, HighDoubles(low) * scale, LowDoubles(high) * scale,
+                          HighDoubles(high) * scale};
     Doubles square[4];
     Doubles value[4];
+#pragma GCC unroll 4
     for (int i = 0; i < 4; ++i) {
-      const Floats v = values[pair + i / 2];
-      x[i] = (i % 2 == 0 ? LowDoubles(v) : HighDoubles(v)) * scale;
       square[i] = x[i] * x[i];
-      value[i] = Spread(kSeries[0]);
+      value[i] = square[i] * Spread(kSeries[0]) + Spread(kSeries[1]);
+      Settle(value[i]);
     }
-    for (int k = 1; k < 8; ++k) {
-      for (int i = 0; i < 4; ++i) value[i] = value[i] * square[i] + Spread(kSeries[k]);
+#pragma GCC unroll 8
+    for (int k = 2; k < 8; ++k) {
+#pragma GCC unroll 4
+      for (int i = 0; i < 4; ++i) {
+        value[i] = value[i] * square[i] + Spread(kSeries[k]);
+        Settle(value[i]);
+      }
     }
-    for (int i = 0; i < 2; ++i) {
-      sines[pair + i] = NarrowToFloats(value[2 * i] * x[2 * i], value[2 * i + 1] * x[2 * i + 1]);
-    }
+    Store(weights + at, NarrowToFloats(value[0] * x[0], value[1] * x[1]));
+    Store(weights + at + kLanes, NarrowToFloats(value[2] * x[2], value[3] * x[3]));
   }
 }
 
@@ -188,25 +209,32 @@ ALWAYS_INLINE void FinishBytes(const float* sums, float normalizer, const std::u
                                std::uint8_t* estimate, double* energySums) {
   const Floats divisor = Broadcast(normalizer);
   Energy energy(energySums);
-  for (int group = 0; group < kVectors; group += 4) {
-    Floats blurred[4];
-    Floats weights[4];
-    Ints levels[4];
-    for (int i = 0; i < 4; ++i) {
-      blurred[i] = Limited(Load<Floats>(sums + (group + i) * kLanes) / divisor);
-    }
-    if (weighted) Sines(blurred, Spread(1.57 / 255), weights);
-    for (int i = 0; i < 4; ++i) {
-      const int x = (group + i) * kLanes;
-      Floats residual = LoadBytesAsFloats(observed + x) - blurred[i];
-      if (!weighted) residual = Larger(residual, Floats{});
-      energy.Add(group + i, residual);
-      const Floats correction = weighted ? residual * weights[i] : residual;
-      levels[i] = RoundToInts(Limited(LoadBytesAsFloats(estimate + x) + correction));
-    }
-    Store(estimate + group * kLanes, PackToOctets(levels[0], levels[1], levels[2], levels[3]));
+  float corrections[kSegment];
+  float blurred[kSegment];
+#pragma GCC unroll 16
+  for (int i = 0; i < kVectors; ++i) {
+    const int x = i * kLanes;
+    const Floats value = Limited(Load<Floats>(sums + x) / divisor);
+    Floats residual = LoadBytesAsFloats(observed + x) - value;
+    if (!weighted) residual = Larger(residual, Floats{});
+    energy.Add(i, residual);
+    Store(blurred + x, value);
+    Store(corrections + x, residual);
   }
   energy.Finish();
+  float weights[kSegment];
+  if (weighted) Weigh(blurred, Spread(1.57 / 255), weights);
+  for (int group = 0; group < kSegment; group += 4 * kLanes) {
+    Ints levels[4];
+#pragma GCC unroll 4
+    for (int i = 0; i < 4; ++i) {
+      const int x = group + i * kLanes;
+      Floats correction = Load<Floats>(corrections + x);
+      if (weighted) correction *= Load<Floats>(weights + x);
+      levels[i] = RoundToInts(Limited(LoadBytesAsFloats(estimate + x) + correction));
+    }
+    Store(estimate + group, PackToOctets(levels[0], levels[1], levels[2], levels[3]));
+  }
 }
 
 void CorrectBytes(const float* sums, float normalizer, const std::uint8_t* observed, std::uint8_t* estimate,
@@ -225,6 +253,7 @@ void RaiseFloats(const float* sums, float normalizer, const float* observed, flo
                  double* energySums) {
   const Floats divisor = Broadcast(normalizer);
   Energy energy(energySums);
+#pragma GCC unroll 16
   for (int i = 0; i < kVectors; ++i) {
     const int x = i * kLanes;
     const Floats blurred = Load<Floats>(sums + x) / divisor;
@@ -241,6 +270,7 @@ void KeepBlurred(const float* sums, float normalizer, const float* observed, flo
   Energy energy(energySums);
   Floats most[kAcross];
   for (int i = 0; i < kAcross; ++i) most[i] = Load<Floats>(largest + i * kLanes);
+#pragma GCC unroll 16
   for (int i = 0; i < kVectors; ++i) {
     const int x = i * kLanes;
     const Floats value = Load<Floats>(sums + x) / divisor;
@@ -253,17 +283,11 @@ void KeepBlurred(const float* sums, float normalizer, const float* observed, flo
 }
 
 void CorrectFloats(const float* blurred, double scale, const float* observed, float* estimate) {
-  const Doubles wideScale = Spread(scale);
-  for (int group = 0; group < kVectors; group += 4) {
-    Floats values[4];
-    Floats weights[4];
-    for (int i = 0; i < 4; ++i) values[i] = Load<Floats>(blurred + (group + i) * kLanes);
-    Sines(values, wideScale, weights);
-    for (int i = 0; i < 4; ++i) {
-      const int x = (group + i) * kLanes;
-      const Floats residual = BlankAsZero(Load<Floats>(observed + x)) - values[i];
-      Store(estimate + x, Larger(Load<Floats>(estimate + x) + residual * weights[i], Floats{}));
-    }
+  float weights[kSegment];
+  Weigh(blurred, Spread(scale), weights);
+  for (int x = 0; x < kSegment; x += kLanes) {
+    const Floats residual = BlankAsZero(Load<Floats>(observed + x)) - Load<Floats>(blurred + x);
+    Store(estimate + x, Larger(Load<Floats>(estimate + x) + residual * Load<Floats>(weights + x), Floats{}));
   }
 }
 
