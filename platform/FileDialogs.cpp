@@ -11,6 +11,8 @@
 namespace corvane {
 namespace {
 
+constexpr QSize kSize(780, 500);  // room for whole sizes and dates
+
 struct Filter {
   QString label;
   QStringList patterns;
@@ -61,6 +63,7 @@ class Dialog : public QFileDialog {
     setDirectory(directory);
     setSidebarUrls(Places(directory));
     setNameFilters(NameFilters(filters_));
+    resize(kSize);
     const int last = std::max(1, static_cast<int>(filters_.size()));
     const int chosen = std::clamp(request.filterIndex, 1, last) - 1;
     selectNameFilter(nameFilters().value(chosen));
