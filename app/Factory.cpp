@@ -1,9 +1,12 @@
 #include "app/Factory.h"
 
+#include "analysis/FTS_Hist.h"
+#include "analysis/frmProfile.h"
 #include "core/frmAbout.h"
 #include "core/frmFITS.h"
 #include "core/frmPref.h"
 #include "viewer/frmExamine.h"
+#include "viewer/frmInfo.h"
 
 namespace corvane {
 
@@ -18,6 +21,12 @@ std::unique_ptr<ToolWindow> MakeWindow(Window window, ModCV& cv, Platform& os, D
 
 std::unique_ptr<QDialog> MakeDialog(Dialog dialog, ModCV& cv, Platform& os) {
   switch (dialog) {
+    case Dialog::Info:
+      return std::make_unique<frmInfo>(cv, os);
+    case Dialog::Histogram:
+      return std::make_unique<FTS_Hist>(cv, os);
+    case Dialog::Profile:
+      return std::make_unique<frmProfile>(cv, os);
     case Dialog::Preferences:
       return std::make_unique<frmPref>(cv, os);
     case Dialog::About:

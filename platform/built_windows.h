@@ -9,6 +9,9 @@ constexpr bool IsBuilt(Window window) { return window == Window::Examine; }
 
 constexpr bool IsBuilt(Dialog dialog) {
   switch (dialog) {
+    case Dialog::Info:
+    case Dialog::Histogram:
+    case Dialog::Profile:
     case Dialog::Preferences:
     case Dialog::About:
     case Dialog::SaveOptions:

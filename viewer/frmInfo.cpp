@@ -1,0 +1,180 @@
+#include "viewer/frmInfo.h"
+
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QVBoxLayout>
+#include <memory>
+
+#include "core/bitmap_file.h"
+#include "core/open_image.h"
+#include "core/text.h"
+#include "platform/QtText.h"
+#include "widgets/controls.h"
+
+namespace corvane {
+namespace {
+
+constexpr int kCardColumns = 80;
+constexpr int kShownLines = 22;
+
+// Shows as much of a long text as there is room for; the tool tip has it whole.
+class NameLabel : public QLabel {
+ public:
+  explicit NameLabel(const QString& name) : QLabel(name) {
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    setToolTip("<p>" + name.toHtmlEscaped() + "</p>");
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                     fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
+  }
+};
+
+// One card a line, whatever bytes a card holds.
+QString ShownHeader(const ModCV& cv, int slot) {
+  QString header = ToQt(HeaderText(cv, slot)).replace("\r\n", "\n");
+  for (QChar& character : header)
+    if (character != '\n' && !character.isPrint()) character = '?';
+  return header;
+}
+
+std::string DisplayBitmapSize(const ModCV& cv) {
+  return std::to_string(kBitmapHeaderSize + static_cast<std::int64_t>(cv.RowStride) * cv.Height());
+}
+
+QPushButton* Button(const char* name, const char* text, const char* spokenName) {
+  auto* button = Named(new QPushButton(QLatin1String(text)), name, QLatin1String(spokenName));
+  button->setAutoDefault(false);
+  return button;
+}
+
+}  // namespace
+
+frmInfo::frmInfo(ModCV& store, Platform& platform)
+    : cv(store),
+      os(platform),
+      Label2(Named(new NameLabel(ToQt(cv.CurrentName)), "Label2")),
+      Label4(Named(PlainLabel(), "Label4")),
+      Label6(Named(PlainLabel(), "Label6")),
+      Label7(Named(PlainLabel("TEXT HEADER"), "Label7")),
+      RichTextBox1(Named(new QTextEdit, "RichTextBox1", "Text header")),
+      txbFind(Named(new QLineEdit, "txbFind", "Find in the header")),
+      lblFound(Named(PlainLabel(), "lblFound")),
+      cmdPrint(Button("cmdPrint", "&Print Header", "Print header")) {
+  setObjectName("frmInfo");
+  setWindowTitle("File Information");
+  LayOut();
+  ShowImage();
+  connect(cmdPrint, &QPushButton::clicked, this, &frmInfo::cmdPrint_Click);
+  const auto* find = new QShortcut(QKeySequence::Find, this);
+  connect(find, &QShortcut::activated, txbFind, [this] {
+    txbFind->setFocus();
+    txbFind->selectAll();
+  });
+  const auto* again = new QShortcut(QKeySequence::FindNext, this);
+  connect(again, &QShortcut::activated, this, &frmInfo::FindNext);
+  connect(txbFind, &QLineEdit::textEdited, lblFound, &QLabel::clear);
+  txbFind->installEventFilter(this);
+}
+
+void frmInfo::LayOut() {
+  auto* values = new QGridLayout;
+  const std::pair<const char*, QLabel*> rows[] = {
+      {"File Name", Label2}, {"File Size", Label4}, {"Pixels", Label6}};
+  int line = 0;
+  for (const auto& [caption, value] : rows) {
+    auto* label = Named(PlainLabel(caption), "");
+    label->setObjectName("Label" + QString::number(2 * line + 1));
+    value->setAccessibleName(caption);
+    values->addWidget(label, line, 0);
+    values->addWidget(value, line++, 1);
+  }
+  values->setColumnStretch(1, 1);
+  values->setHorizontalSpacing(16);
+  for (QLabel* label : {Label4, Label6}) label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+  RichTextBox1->setReadOnly(true);
+  RichTextBox1->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  RichTextBox1->setAcceptRichText(false);
+  RichTextBox1->setTabChangesFocus(true);
+  RichTextBox1->setLineWrapMode(QTextEdit::NoWrap);
+  RichTextBox1->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  const QFontMetrics metrics(RichTextBox1->font());
+  const int margin = 2 * (RichTextBox1->frameWidth() + qRound(RichTextBox1->document()->documentMargin()));
+  RichTextBox1->setMinimumSize(metrics.horizontalAdvance(QString(kCardColumns, 'M')) + margin +
+                                   RichTextBox1->verticalScrollBar()->sizeHint().width(),
+                               metrics.lineSpacing() * kShownLines + margin);
+
+  auto* cmdOK = Button("cmdOK", "&Close", "Close");
+  cmdOK->setDefault(true);
+  connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+  txbFind->setPlaceholderText("Find (Ctrl+F)");
+  txbFind->setClearButtonEnabled(true);
+  txbFind->setMaximumWidth(metrics.averageCharWidth() * 26);
+  auto* bottom = new QHBoxLayout;
+  bottom->addWidget(txbFind);
+  bottom->addWidget(lblFound, 1);
+  bottom->addWidget(cmdPrint);
+  bottom->addWidget(cmdOK);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(values);
+  layout->addSpacing(6);
+  layout->addWidget(Label7);
+  layout->addWidget(RichTextBox1, 1);
+  layout->addLayout(bottom);
+  RichTextBox1->setFocus();
+}
+
+void frmInfo::ShowImage() {
+  const bool bitmap = KindOf(cv.CurrentName) == ImageKind::Bitmap;
+  Label4->setText(ToQt(bitmap ? DisplayBitmapSize(cv) : cv.SlotFileSize[cv.CurrentSlot]));
+  Label6->setText(ToQt(ShortestDecimal(cv.ImageWidth) + "  X  " + ShortestDecimal(cv.ImageHeight)));
+  Label7->setEnabled(!bitmap);
+  cmdPrint->setEnabled(!bitmap);
+  txbFind->setEnabled(!bitmap);
+  RichTextBox1->setPlainText(bitmap ? QString("There is no text header for a Windows bitmap.")
+                                    : ShownHeader(cv, cv.CurrentSlot));
+}
+
+bool frmInfo::eventFilter(QObject*, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return false;
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
+  FindNext();
+  return true;  // the default button closes the window
+}
+
+void frmInfo::FindNext() {
+  const QString wanted = txbFind->text();
+  if (wanted.isEmpty()) return;
+  bool found = RichTextBox1->find(wanted);
+  if (!found) {
+    const QTextCursor kept = RichTextBox1->textCursor();
+    RichTextBox1->moveCursor(QTextCursor::Start);
+    found = RichTextBox1->find(wanted);
+    if (!found) RichTextBox1->setTextCursor(kept);
+  }
+  lblFound->setText(found ? "" : "Not found");
+}
+
+void frmInfo::cmdPrint_Click() {
+  const std::string& name = cv.SlotName[cv.CurrentSlot];
+  const std::unique_ptr<PrintJob> job = os.Print(name);
+  if (!job) return;
+  job->Text("FILE HEADER:  " + name + "\n" + std::string(kCardColumns, ' ') + "\n" +
+            RichTextBox1->toPlainText().toStdString());
+  if (!job->End()) os.Message("The header could not be printed.", "PRINT ERROR");
+}
+
+}  // namespace corvane

@@ -1,0 +1,22 @@
+#include "widgets/PaintLabels.h"
+
+#include <QPainter>
+
+#include "platform/QtText.h"
+
+namespace corvane {
+
+void PaintLabels(const QWidget& window, QPainter& painter, std::span<const Label> labels) {
+  painter.setPen(window.palette().color(QPalette::WindowText));
+  const int ascent = painter.fontMetrics().ascent();
+  for (const Label& label : labels)
+    painter.drawText(QPointF(label.x, label.y + static_cast<float>(ascent)), ToQt(label.text));
+}
+
+void PaintTicks(const QWidget& window, QPainter& painter, std::span<const Stroke> ticks) {
+  const QColor color = window.palette().color(QPalette::WindowText);
+  for (const Stroke& tick : ticks)
+    painter.fillRect(QRect(QPointF(tick.x1, tick.y1).toPoint(), QPointF(tick.x2, tick.y2).toPoint()), color);
+}
+
+}  // namespace corvane
