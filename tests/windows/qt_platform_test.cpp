@@ -62,20 +62,24 @@ TEST(QtPlatform, NeverYieldsInsideAYield) {
   int depth = 0;
   int deepest = 0;
   int events = 0;
-  QTimer timer;
-  QObject::connect(&timer, &QTimer::timeout, [&] {
+  const auto work = [&] {
     deepest = std::max(deepest, ++depth);
     QElapsedTimer inside;
     inside.start();
     while (inside.elapsed() < 25) os.Yield();
     --depth;
     ++events;
-  });
-  timer.start(0);
+  };
+  // A timer is not delivered while its own handler runs, so it takes two to nest.
+  QTimer timers[2];
+  for (QTimer& timer : timers) {
+    QObject::connect(&timer, &QTimer::timeout, work);
+    timer.start(0);
+  }
   QElapsedTimer waited;
   waited.start();
   while (events < 3 && waited.elapsed() < 5000) os.Yield();
-  EXPECT_EQ(events, 3);
+  EXPECT_GE(events, 3);
   EXPECT_EQ(deepest, 1);
 }
 
