@@ -126,13 +126,16 @@ bool PictureArea::eventFilter(QObject* watched, QEvent* event) {
 
 bool PictureArea::PictureEvent(QEvent* event) {
   switch (event->type()) {
+    // Mouse events end here: what is not taken would go on to the viewport around the picture.
     case QEvent::MouseButtonPress:
-      return Press(static_cast<QMouseEvent*>(event));
+      Press(static_cast<QMouseEvent*>(event));
+      return true;
     case QEvent::MouseMove:
-      return Move(static_cast<QMouseEvent*>(event));
+      Move(static_cast<QMouseEvent*>(event));
+      return true;
     case QEvent::MouseButtonRelease:
       if (static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton) panning_ = false;
-      return false;
+      return true;
     case QEvent::KeyPress:
       return Key(static_cast<QKeyEvent*>(event)->key());
     case QEvent::Leave:
@@ -143,25 +146,24 @@ bool PictureArea::PictureEvent(QEvent* event) {
   }
 }
 
-bool PictureArea::Press(QMouseEvent* event) {
+void PictureArea::Press(QMouseEvent* event) {
   if (event->button() == Qt::MiddleButton) {
     panning_ = true;
     panFrom_ = event->globalPosition().toPoint();
-    return true;
+    return;
   }
-  if (picture_->HasPicture()) {
-    const QPoint pixel = ImagePixel(event->position().toPoint());
-    Q_EMIT PixelPressed(pixel.x(), pixel.y(), event->button());
-  }
-  return false;
+  if (!picture_->HasPicture()) return;
+  picture_->setFocus(Qt::MouseFocusReason);
+  const QPoint pixel = ImagePixel(event->position().toPoint());
+  Q_EMIT PixelPressed(pixel.x(), pixel.y(), event->button());
 }
 
-bool PictureArea::Move(QMouseEvent* event) {
+void PictureArea::Move(QMouseEvent* event) {
   if (panning_) {
     const QPoint now = event->globalPosition().toPoint();
     Pan(panFrom_.x() - now.x(), panFrom_.y() - now.y());
     panFrom_ = now;
-    return true;
+    return;
   }
   const QPoint position = event->position().toPoint();
   const QPoint pixel = ImagePixel(position);
@@ -169,7 +171,6 @@ bool PictureArea::Move(QMouseEvent* event) {
     Q_EMIT PixelHovered(pixel.x(), pixel.y());
   else
     Q_EMIT MouseLeft();
-  return false;
 }
 
 bool PictureArea::Key(int key) {

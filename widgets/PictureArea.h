@@ -51,8 +51,8 @@ class PictureArea : public QWidget {
 
  private:
   bool PictureEvent(QEvent* event);
-  bool Press(QMouseEvent* event);
-  bool Move(QMouseEvent* event);
+  void Press(QMouseEvent* event);
+  void Move(QMouseEvent* event);
   bool Key(int key);
   void Wheel(QWheelEvent* event);
   void FitBar(QScrollBar* bar, int pictureLength, int viewLength);

@@ -1,0 +1,228 @@
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
+
+#include "core/fits_reader.h"
+#include "core/working_files.h"
+#include "platform/QtText.h"
+#include "tests/windows/viewer_fixture.h"
+
+namespace corvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+
+class ViewerFiles : public ViewerFixture {
+ protected:
+  // The save-options dialog: what it is offered, and the bits the user takes.
+  void ChooseBits(int bits) {
+    desk.dialogs[Dialog::SaveOptions] = [this, bits] {
+      offered = cv.BytesPerPixel;
+      cv.BytesPerPixel = bits / 8;
+      cv.FitsComment = std::string("'...'") + std::string(65, ' ');
+    };
+  }
+  // The data of a saved file, as a reader sees them.
+  std::vector<float> Reread(const std::string& name) {
+    ModCV reader;
+    ReadFitsHeader(reader, os, UserFile(name));
+    ReadFitsData(reader, os, UserFile(name));
+    EXPECT_FALSE(reader.LoadFailed);
+    size = QSize(reader.ImageData.Width(), reader.ImageData.Height());
+    return Values(reader.ImageData.View());
+  }
+  void Drop(const QList<QUrl>& urls) {
+    QMimeData data;
+    data.setUrls(urls);
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &enter);
+    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &drop);
+    QCoreApplication::processEvents();
+  }
+  int offered = 0;
+  QSize size;
+  const std::string sixteen = FitsImage(16, 3, 2, {0, 1000, 2000, 3000, 4000, 5000});
+};
+
+TEST_F(ViewerFiles, SavesTheDataWithSixteenBitsAndTakesTheNewName) {
+  OpenFile("a.fit", sixteen);
+  ChooseBits(16);
+  SaveTo("b.fts");
+  EXPECT_EQ(offered, 2);
+  EXPECT_THAT(Reread("b.fts"), ElementsAre(0, 1000, 2000, 3000, 4000, 5000));
+  EXPECT_THAT(List(), ElementsAre("b.fts"));
+  EXPECT_EQ(cv.CurrentName, "b.fts");
+  EXPECT_EQ(cv.SlotHeader[0].size(), 10u);
+  EXPECT_EQ(os.saveRequests.at(0).title, "Save Image As...");
+  ExpectPictureIsWhole();
+}
+
+TEST_F(ViewerFiles, SavesAViewAsItIsShown) {
+  struct Case {
+    const char* item;
+    QSize size;
+    std::vector<float> rows;
+  };
+  const Case cases[] = {
+      {"mnuToolSel_6", {3, 2}, {32767, 31767, 30767, 29767, 28767, 27767}},
+      {"mnuToolSel_13", {2, 3}, {2000, 5000, 1000, 4000, 0, 3000}},
+      {"mnuToolSel_14", {3, 2}, {5000, 4000, 3000, 2000, 1000, 0}},
+      {"mnuToolSel_15", {3, 2}, {2000, 1000, 0, 5000, 4000, 3000}},
+      {"mnuToolSel_16", {3, 2}, {3000, 4000, 5000, 0, 1000, 2000}},
+  };
+  ChooseBits(16);
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.item);
+    OpenFile("a.fit", sixteen);
+    Choose(c.item);
+    const std::vector<int> shown = ShownLevels();
+    SaveTo("view.fit");
+    EXPECT_THAT(Reread("view.fit"), ElementsAreArray(c.rows));
+    EXPECT_EQ(size, c.size);
+    EXPECT_FALSE(Checked(c.item));
+    EXPECT_EQ(ShownLevels(), shown);
+    ExpectPictureIsWhole();
+    EXPECT_THAT(WorkingFiles(), ElementsAre("0temp.bmp"));
+    Choose("mnuFileSel_2");
+  }
+}
+
+TEST_F(ViewerFiles, SavesAMagnifiedPictureAsItIsShown) {
+  cv.MagMode = 0;
+  ChooseBits(16);
+  OpenFile("a.fit", sixteen);
+  Choose("mnuToolSel_10");
+  SaveTo("big.fit");
+  EXPECT_THAT(Reread("big.fit"),
+              ElementsAre(0, 0, 1000, 1000, 2000, 2000, 0, 0, 1000, 1000, 2000, 2000,  //
+                          3000, 3000, 4000, 4000, 5000, 5000, 3000, 3000, 4000, 4000, 5000, 5000));
+  EXPECT_EQ(cv.Width(), 6);
+  ExpectPictureIsWhole();
+  EXPECT_FALSE(Item("mnuToolSel_11").isEnabled());
+
+  Choose("mnuToolSel_10");
+  const std::vector<int> shown = ShownLevels();
+  ChooseBits(8);
+  SaveTo("bigger.fit");
+  const std::vector<float> rows = Reread("bigger.fit");
+  EXPECT_EQ(size, QSize(12, 8));
+  EXPECT_EQ(ShownLevels(), shown);
+  EXPECT_EQ(rows[0], shown[7 * 12]);
+  EXPECT_EQ(cv.SlotBytesPerPixel[0], 1);
+}
+
+TEST_F(ViewerFiles, OffersEightBitsOnlyForViewsThatExistInLevelsAlone) {
+  for (const char* item : {"mnuToolSel_4", "mnuToolSel_5", "mnuToolSel_7"}) {
+    OpenFile("a.fit", sixteen);
+    Choose(item);
+    const std::vector<int> levels = Pixels(cv.Display());
+    ChooseBits(8);
+    if (std::string(item) == "mnuToolSel_7")
+      os.Expect("FITS Limitation",
+                "A colored image can't be saved in FITS format, so the image will be grayscale.");
+    SaveTo("levels.fit");
+    EXPECT_EQ(offered, 1) << item;
+    EXPECT_EQ(Pixels(cv.Display()), levels) << item;
+    ExpectPictureIsWhole();  // a colour picture would not be gray
+    Choose("mnuFileSel_2");
+  }
+}
+
+TEST_F(ViewerFiles, SavesARotatedViewAsABitmapThatBecomesTheImage) {
+  OpenFile("a.fit", sixteen);
+  Choose("mnuToolSel_13");
+  const std::vector<int> shown = ShownLevels();
+  SaveTo("turned.bmp");
+  EXPECT_EQ(ReadFile(UserFile("turned.bmp")), ReadFile(AppFile("0temp.bmp")));
+  EXPECT_EQ(ShownLevels(), shown);
+  EXPECT_THAT(List(), ElementsAre("turned.bmp"));
+  EXPECT_EQ(cv.SlotBytesPerPixel[0], 1);
+  EXPECT_FALSE(Checked("mnuToolSel_13"));
+  ExpectPictureIsWhole();
+}
+
+TEST_F(ViewerFiles, ChangesNothingWhenASaveIsRefusedOrFails) {
+  OpenFile("a.fit", sixteen);
+  Choose("mnuToolSel_13");
+  const std::vector<int> shown = ShownLevels();
+  const std::string slot = ReadFile(AppFile("0temp.bmp"));
+  std::filesystem::create_directory(UserFile("folder.bmp"));
+  std::filesystem::create_directory(UserFile("folder.fit"));
+  ChooseBits(16);
+  os.Expect("SAVE ERROR", "Unrecognized file extension! File save cancelled.");
+  SaveTo("a.txt");
+  for (const char* name : {"folder.bmp", "folder.fit"}) {
+    os.Expect("DATA SAVE ERROR", testing::StartsWith("Error Number "));
+    SaveTo(name);
+  }
+  os.FailSave(5);
+  os.Expect("DATA SAVE ERROR", "Error Number 5");
+  Choose("mnuFileSel_1");
+  EXPECT_TRUE(Checked("mnuToolSel_13"));
+  EXPECT_EQ(ShownLevels(), shown);
+  EXPECT_EQ(ReadFile(AppFile("0temp.bmp")), slot);
+  EXPECT_EQ(cv.SlotBytesPerPixel[0], 2);
+  EXPECT_THAT(List(), ElementsAre("a.fit"));
+  ExpectPictureIsWhole();
+  SaveTo("later.fit");  // and a save still works
+  EXPECT_THAT(Reread("later.fit"), ElementsAre(2000, 5000, 1000, 4000, 0, 3000));
+}
+
+TEST_F(ViewerFiles, SavesFromMemoryWhenTheWorkingFileHasVanished) {
+  OpenFile("a.fit", sixteen);
+  std::filesystem::remove(AppFile("0temp.bmp"));
+  ChooseBits(16);
+  SaveTo("b.fit");
+  EXPECT_THAT(Reread("b.fit"), ElementsAre(0, 1000, 2000, 3000, 4000, 5000));
+  ExpectPictureIsWhole();
+}
+
+TEST_F(ViewerFiles, PrintsThePictureShownOnItsPlace) {
+  os.pageWidth = 100;
+  os.pageHeight = 300;
+  OpenSlope("a.fit", 200, 100);
+  Choose("mnuFileSel_8");
+  Choose("mnuToolSel_13");
+  Choose("mnuFileSel_8");
+  ASSERT_EQ(os.prints.size(), 2u);
+  const auto& wide = os.prints[0]->pictures.at(0);
+  EXPECT_EQ(wide.bitmap, AppFile("0temp.bmp"));
+  EXPECT_EQ(std::vector({wide.left, wide.top, wide.width, wide.height}),
+            (std::vector<float>{0, 125, 100, 50}));
+  EXPECT_EQ(cv.PrintScale, 1);  // of the second: it fits
+  const auto& turned = os.prints[1]->pictures.at(0);
+  EXPECT_EQ(turned.bitmap, AppFile("dummy.bmp"));
+  EXPECT_EQ(std::vector({turned.left, turned.top, turned.width, turned.height}),
+            (std::vector<float>{0, 50, 100, 200}));
+  EXPECT_TRUE(os.prints[1]->ended);
+  os.printIsCancelled = true;
+  Choose("mnuFileSel_8");
+  os.printIsCancelled = false;
+  os.printerFails = true;
+  os.Expect("PRINT ERROR", testing::_);
+  Choose("mnuFileSel_8");
+}
+
+TEST_F(ViewerFiles, OpensDroppedFilesInOrder) {
+  const auto url = [&](const char* name, std::string_view bytes) {
+    return QUrl::fromLocalFile(ToQt(MakeUserFile(name, bytes)));
+  };
+  os.Expect("UNRECOGNISED FILE EXTENSION ", testing::_);
+  Drop({url("1.fit", sixteen), QUrl("http://example.org/2.fit"), url("notes.txt", "x"),
+        url("3 \xc3\xa9.fts", Slope(4, 4))});
+  EXPECT_THAT(List(), ElementsAre("1.fit", "3 \xc3\xa9.fts"));
+  EXPECT_EQ(cv.CurrentSlot, 1);
+  EXPECT_EQ(cv.DefaultDir, UserFile("x").parent_path());
+  ExpectPictureIsWhole();
+
+  QList<QUrl> many;
+  for (int i = 0; i < 10; ++i) many << url((std::to_string(i) + "x.fit").c_str(), Slope(2, 2));
+  os.Expect("FILE LIMIT", "Only 10 files may be open at once.");
+  Drop(many);
+  EXPECT_EQ(cv.ImageCount, 10);
+}
+
+}  // namespace
+}  // namespace corvane

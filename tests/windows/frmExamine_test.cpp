@@ -1,0 +1,390 @@
+#include "viewer/frmExamine.h"
+
+#include <QLocale>
+#include <QStatusBar>
+#include <QToolButton>
+#include <QWheelEvent>
+
+#include "tests/windows/viewer_fixture.h"
+
+namespace corvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class Viewer : public ViewerFixture {};
+
+TEST_F(Viewer, StartsEmptyWithNothingToSaveOrClose) {
+  EXPECT_EQ(window->windowTitle(), "Corvane Image Processor");
+  for (const char* item : {"mnuFileSel_1", "mnuFileSel_2", "mnuFileSel_8", "mnuToolSel_0", "mnuToolSel_4",
+                           "mnuToolSel_10", "mnuToolSel_11", "mnuToolSel_18"})
+    EXPECT_FALSE(Item(item).isEnabled()) << item;
+  EXPECT_TRUE(Item("mnuFileSel_0").isEnabled());
+  EXPECT_EQ(Picture().cursor().shape(), Qt::ArrowCursor);
+  EXPECT_EQ(window->focusWidget(), &Picture());
+  Hover(3, 3);
+  Click(3, 3);
+  EXPECT_EQ(Readout(), "  ");
+  EXPECT_LE(window->width(), 1366);
+  EXPECT_LE(window->height(), 768 - 40);
+}
+
+TEST_F(Viewer, HasAButtonForEachKeyThatIsItsMenuItem) {
+  struct Button {
+    const char *name, *tip, *item;
+  };
+  const Button buttons[] = {
+      {"open", "Open File", "mnuFileSel_0"},
+      {"save", "Save Image", "mnuFileSel_1"},
+      {"close", "Close File", "mnuFileSel_2"},
+      {"info", "Image Information", "mnuToolSel_0"},
+      {"hist", "Histogram", "mnuToolSel_1"},
+      {"profile", "XY Profile", "mnuToolSel_2"},
+      {"raster", "Raster Intensity", "mnuToolSel_4"},
+      {"edge", "Edge Detection", "mnuToolSel_5"},
+      {"negative", "Negative Image", "mnuToolSel_6"},
+      {"pcolor", "Pseudo-Color", "mnuToolSel_7"},
+      {"deconv", "Deconvolution", "mnuToolSel_8"},
+      {"plus", "Increase Magnification", "mnuToolSel_10"},
+      {"minus", "Reduce Magnification", "mnuToolSel_11"},
+      {"halfpi", "Rotate 90", "mnuToolSel_13"},
+      {"pi", "Rotate 180", "mnuToolSel_14"},
+      {"vert", "Flip Vertical", "mnuToolSel_15"},
+      {"hor", "Flip Horizontal", "mnuToolSel_16"},
+      {"scale", "Luminance Scaling", "mnuToolSel_18"},
+      {"filter", "Image Filters", "mnuToolSel_19"},
+      {"mask", "Image Mask", "mnuToolSel_20"},
+      {"align", "Align Images", "mnuFileSel_4"},
+      {"combine", "Combine Images", "mnuFileSel_5"},
+      {"color", "Color Composite", "mnuFileSel_6"},
+  };
+  auto& toolbar = Find<QToolBar>(*window, "Toolbar1");
+  for (const Button& button : buttons) {
+    const auto& control = Find<QToolButton>(*window, (std::string("Toolbar1_") + button.name).c_str());
+    EXPECT_EQ(control.defaultAction(), &Item(button.item));
+    EXPECT_EQ(control.toolTip(), button.tip);
+    EXPECT_EQ(control.accessibleName(), button.tip);
+    EXPECT_FALSE(control.icon().isNull()) << button.name;
+    EXPECT_TRUE(toolbar.rect().contains(control.geometry())) << button.name;
+  }
+}
+
+TEST_F(Viewer, OpensFilesOfBothKindsAndShowsThem) {
+  OpenFile("m31.fit", FitsImage(16, 5, 2, {0, 100, 200, 300, 400, 500, 600, 700, 800, 1000}));
+  ExpectPictureIsWhole();
+  EXPECT_EQ(cv.SlotBytesPerPixel[0], 2);
+  OpenFile("moon.bmp", BitmapBytes({24,
+                                    3,
+                                    2,
+                                    false,
+                                    [](int x, int y) {
+                                      const auto level = static_cast<std::uint8_t>(10 * x + 100 * y);
+                                      return Color{level, level, level};
+                                    },
+                                    {}}));
+  ExpectPictureIsWhole();
+  EXPECT_EQ(ShownLevels(), (std::vector<int>{100, 110, 120, 0, 10, 20}));
+  EXPECT_THAT(List(), ElementsAre("m31.fit", "moon.bmp"));
+  EXPECT_EQ(Find<QComboBox>(*window, "Combo1").currentIndex(), 1);
+  EXPECT_EQ(Picture().cursor().shape(), Qt::CrossCursor);
+  for (const char* item : {"mnuFileSel_1", "mnuFileSel_2", "mnuFileSel_8"})
+    EXPECT_TRUE(Item(item).isEnabled()) << item;
+  EXPECT_EQ(os.openRequests.at(0).title, "File to View");
+  EXPECT_FALSE(os.busy);
+}
+
+TEST_F(Viewer, RefusesTheEleventhFileBeforeAnyDialog) {
+  for (int i = 0; i < 10; ++i) OpenSlope(std::to_string(i) + ".fts", 3 + i, 2);
+  os.Expect("FILE LIMIT", "Only 10 files may be open at once.");
+  Choose("mnuFileSel_0");
+  EXPECT_EQ(os.openRequests.size(), 10u);
+  EXPECT_EQ(cv.ImageCount, 10);
+  EXPECT_EQ(cv.CurrentSlot, 9);
+  ExpectPictureIsWhole();
+}
+
+TEST_F(Viewer, ReturnsToTheImageShownWhenAnotherFileIsRefused) {
+  OpenSlope("good.fit", 7, 3);
+  const std::vector<int> before = ShownLevels();
+  const std::string damaged = Slope(40, 200).substr(0, 5000);
+  os.Expect("FILE ERROR", HasSubstr("Display cancelled."));
+  OpenFile("cut.fit", damaged);
+  os.Expect("UNRECOGNISED FILE EXTENSION ", "File extension must be '.bmp', '.fit', '.fts' or '.ftz'.");
+  OpenFile("image.Fit", Slope(2, 2));
+  EXPECT_THAT(List(), ElementsAre("good.fit"));
+  EXPECT_EQ(ShownLevels(), before);
+  ExpectPictureIsWhole();
+  EXPECT_EQ(cv.CurrentName, "good.fit");
+}
+
+TEST_F(Viewer, KeepsViewAndReadoutWhenADialogIsCancelled) {
+  OpenSlope("a.fit", 4, 3);
+  Choose("mnuToolSel_6");
+  const std::vector<int> before = ShownLevels();
+  os.CancelOpen();
+  Choose("mnuFileSel_0");
+  os.CancelSave();
+  Choose("mnuFileSel_1");
+  EXPECT_TRUE(Checked("mnuToolSel_6"));
+  EXPECT_EQ(ShownLevels(), before);
+}
+
+TEST_F(Viewer, ReadsOutEveryPixelAtOddWidths) {
+  for (const int width : {1, 3, 4, 5}) {
+    const std::string name = std::to_string(width) + ".fit";
+    OpenSlope(name, width, 3);
+    for (int y = 0; y < 3; ++y)
+      for (int x = 0; x < width; ++x) {
+        Hover(x, y);
+        const int level = ((2 - y) * width + x) * 7 % 251;
+        EXPECT_EQ(Readout(),
+                  std::to_string(x + 1) + " " + std::to_string(y + 1) + " " + std::to_string(level));
+        EXPECT_EQ(Status(), "Value " + std::to_string(level) + ", FITS row " + std::to_string(3 - y));
+      }
+    Mouse(Picture(), QEvent::MouseMove, {width, 0});  // just outside
+    EXPECT_EQ(Readout(), "  ");
+  }
+}
+
+TEST_F(Viewer, ClearsTheReadoutBesideThePicture) {
+  OpenSlope("a.fit", 700, 500);
+  for (const char* place : {"Picture1", "frImage", "frPixel", "frmExamine"}) {
+    Hover(1, 499);
+    EXPECT_EQ(Box("txbXPos"), "2");
+    QWidget& widget = std::string(place) == "frmExamine" ? *window : Find<QWidget>(*window, place);
+    EXPECT_TRUE(widget.hasMouseTracking()) << place;
+    Mouse(widget, QEvent::MouseMove, {1, 1});
+    EXPECT_EQ(Readout(), "  ") << place;
+  }
+  for (const char* bar : {"hsbHor", "vsbVert"}) {
+    Hover(1, 499);
+    Bar(bar).setValue(5);
+    EXPECT_EQ(Readout(), "  ") << bar;
+  }
+}
+
+TEST_F(Viewer, MarksPixelsByMouseAndArrowKeysInsideThePicture) {
+  OpenSlope("a.fit", 20, 10);
+  Click(4, 6);
+  EXPECT_EQ(Readout().substr(0, 4), "5 7 ");
+  EXPECT_EQ(Picture().Point(4, 6), QColor(0, 255, 0));
+  EXPECT_EQ(Picture().Point(7, 6), QColor(0, 255, 0));
+  EXPECT_EQ(Picture().Point(4, 3), QColor(0, 255, 0));
+  EXPECT_NE(Picture().Point(5, 5), QColor(0, 255, 0));
+  EXPECT_EQ(cv.XProfile.size(), 20u);
+  EXPECT_EQ(cv.YProfile.size(), 10u);
+  Hover(0, 0);  // the marker holds the read-out
+  EXPECT_EQ(Readout().substr(0, 4), "5 7 ");
+
+  for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Right, Qt::Key_Down})
+    QTest::keyClick(&Picture(), key);
+  EXPECT_EQ(cv.MarkX, 5);
+  EXPECT_EQ(cv.MarkY, 7);
+  for (int i = 0; i < 30; ++i) {
+    QTest::keyClick(&Picture(), Qt::Key_Right);
+    QTest::keyClick(&Picture(), Qt::Key_Up);
+  }
+  EXPECT_EQ(Readout().substr(0, 6), "20 10 ");
+  for (int i = 0; i < 30; ++i) {
+    QTest::keyClick(&Picture(), Qt::Key_Left);
+    QTest::keyClick(&Picture(), Qt::Key_Down);
+  }
+  EXPECT_EQ(Readout().substr(0, 4), "1 1 ");
+  Mouse(Picture(), QEvent::MouseButtonPress, {500, -80}, Qt::LeftButton, Qt::LeftButton);
+  EXPECT_EQ(Readout().substr(0, 6), "20 10 ");
+
+  Click(3, 3, Qt::RightButton);
+  EXPECT_EQ(Readout(), "  ");
+  EXPECT_NE(Picture().Point(19, 9), QColor(0, 255, 0));
+  Hover(2, 2);
+  EXPECT_EQ(Readout().substr(0, 4), "3 3 ");
+}
+
+TEST_F(Viewer, KeepsTheMarkerInsideASmallerPictureAndInSight) {
+  OpenSlope("small.fit", 8, 6);
+  OpenSlope("large.fit", 900, 700);
+  Click(610, 699);
+  QTest::keyClick(&Picture(), Qt::Key_Right);
+  EXPECT_EQ(Bar("hsbHor").value(), 1);
+  EXPECT_EQ(Readout().substr(0, 8), "612 700 ");
+  Find<QComboBox>(*window, "Combo1").setCurrentIndex(0);
+  EXPECT_EQ(cv.MarkX, 7);
+  EXPECT_EQ(cv.MarkY, 5);
+  EXPECT_EQ(Picture().Point(7, 5), QColor(0, 255, 0));
+}
+
+TEST_F(Viewer, ScrollsPicturesThatAreLargerThanTheViewport) {
+  const auto ranges = [&](int width, int height) {
+    OpenSlope(std::to_string(width) + "x" + std::to_string(height) + ".fit", width, height);
+    return std::array{Bar("hsbHor").isVisible() ? Bar("hsbHor").maximum() : -1,
+                      Bar("vsbVert").isVisible() ? Bar("vsbVert").maximum() : -1};
+  };
+  EXPECT_THAT(ranges(611, 406), ElementsAre(-1, -1));
+  EXPECT_THAT(ranges(612, 406), ElementsAre(1, -1));
+  EXPECT_THAT(ranges(100, 500), ElementsAre(-1, 94));
+  EXPECT_THAT(ranges(700, 500), ElementsAre(89, 94));
+  EXPECT_EQ(Bar("hsbHor").pageStep(), 611);
+  EXPECT_EQ(Bar("vsbVert").pageStep(), 406);
+
+  Bar("hsbHor").setValue(40);
+  Bar("vsbVert").setValue(9);
+  EXPECT_EQ(Picture().pos(), QPoint(-40, -9));
+  const auto wheel = [&](int notches, Qt::KeyboardModifiers modifiers) {
+    QWheelEvent event({300, 200}, Picture().mapToGlobal(QPointF(300, 200)), {}, {0, 120 * notches},
+                      Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&Picture(), &event);
+  };
+  wheel(-1, Qt::NoModifier);
+  EXPECT_EQ(Picture().x(), -40);
+  EXPECT_LT(Picture().y(), -9);
+  wheel(5, Qt::NoModifier);
+  EXPECT_EQ(Picture().y(), 0);
+  wheel(5, Qt::ShiftModifier);
+  EXPECT_EQ(Picture().pos(), QPoint(0, 0));
+
+  const QPoint grip(300, 200);
+  Mouse(Picture(), QEvent::MouseButtonPress, grip, Qt::MiddleButton, Qt::MiddleButton);
+  Mouse(Picture(), QEvent::MouseMove, grip - QPoint(30, 20), Qt::NoButton, Qt::MiddleButton);
+  Mouse(Picture(), QEvent::MouseButtonRelease, grip, Qt::MiddleButton);
+  EXPECT_EQ(Picture().pos(), QPoint(-30, -20));
+  Hover(50, 450);  // the drag is over
+  EXPECT_EQ(Picture().pos(), QPoint(-30, -20));
+  EXPECT_EQ(Readout().substr(0, 7), "51 451 ");
+}
+
+TEST_F(Viewer, BlinksThroughTheListByItsArrowKeys) {
+  OpenSlope("a.fit", 5, 3);
+  OpenSlope("b.fit", 3, 6);
+  auto& list = Find<QComboBox>(*window, "Combo1");
+  QTest::keyClick(&list, Qt::Key_Up);
+  EXPECT_EQ(cv.CurrentSlot, 0);
+  EXPECT_EQ(cv.CurrentName, "a.fit");
+  ExpectPictureIsWhole();
+  QTest::keyClick(&list, Qt::Key_Down);
+  EXPECT_EQ(cv.CurrentSlot, 1);
+  ExpectPictureIsWhole();
+}
+
+TEST_F(Viewer, ClosesTheMiddleImageAndShowsTheLast) {
+  OpenSlope("a.fit", 5, 3);
+  OpenSlope("b.fit", 6, 3);
+  OpenSlope("c.fit", 7, 3);
+  Find<QComboBox>(*window, "Combo1").setCurrentIndex(1);
+  Choose("mnuFileSel_2");
+  EXPECT_THAT(List(), ElementsAre("a.fit", "c.fit"));
+  EXPECT_EQ(Find<QComboBox>(*window, "Combo1").currentIndex(), 1);
+  EXPECT_EQ(cv.CurrentName, "c.fit");
+  EXPECT_EQ(cv.Width(), 7);
+  ExpectPictureIsWhole();
+  EXPECT_THAT(WorkingFiles(), ElementsAre("0temp.bmp", "1temp.bmp"));
+
+  Click(1, 1);
+  Choose("mnuFileSel_2");
+  Choose("mnuFileSel_2");
+  EXPECT_THAT(List(), IsEmpty());
+  EXPECT_THAT(WorkingFiles(), IsEmpty());
+  EXPECT_FALSE(Item("mnuFileSel_1").isEnabled());
+  EXPECT_FALSE(Item("mnuToolSel_2").isEnabled());
+  EXPECT_EQ(Picture().cursor().shape(), Qt::ArrowCursor);
+  EXPECT_EQ(Readout() + Box("txbWidth") + Box("txbHeight"), "  ");
+  EXPECT_FALSE(Picture().HasPicture());
+  OpenSlope("d.fit", 4, 4);
+  ExpectPictureIsWhole();
+}
+
+TEST_F(Viewer, RebuildsListAndPictureFromTheStoreWhenAToolReturns) {
+  OpenSlope("a.fit", 5, 3);
+  OpenSlope("b.fit", 6, 4);
+  Find<QComboBox>(*window, "Combo1").setCurrentIndex(0);
+  cv.SlotName[1] = "~b.fit";
+  cv.ImageChanged = cv.DeconvCancelled = true;
+  Start();
+  EXPECT_THAT(List(), ElementsAre("a.fit", "~b.fit"));
+  EXPECT_EQ(Find<QComboBox>(*window, "Combo1").currentIndex(), 0);
+  ExpectPictureIsWhole();
+  EXPECT_TRUE(Item("mnuFileSel_1").isEnabled());
+  EXPECT_EQ(Picture().cursor().shape(), Qt::CrossCursor);
+  EXPECT_FALSE(cv.ImageChanged || cv.DeconvCancelled);
+}
+
+TEST_F(Viewer, LeavesTheSlotsToTheNextWindowAndTakesThemAlongAtExit) {
+  for (const bool byBox : {false, true}) {
+    cv.KeepTempFiles = true;
+    OpenSlope("a.fit", 5, 3);
+    for (const char* name : {"temp.bmp", "dummy.bmp", "expand.bmp", "f_color.bmp"})
+      WriteFile(AppFile(name), "x");
+    cv.SaveDir = "/data/out";
+    window->Unload();
+    EXPECT_THAT(WorkingFiles(), ElementsAre("0temp.bmp"));
+    EXPECT_EQ(os.settings["SaveDir"], "/data/out");
+    EXPECT_EQ(os.settings["DefaultDir"], (folder.Path() / "user").string());
+    Start();
+    byBox ? static_cast<void>(window->close()) : Choose("mnuFileSel_10");
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_THAT(WorkingFiles(), IsEmpty());
+    cv.ImageCount = 0;
+    Start();
+  }
+}
+
+TEST_F(Viewer, SurvivesTheLossOfAWorkingFile) {
+  OpenFile("sky.fit", FitsImage(16, 5, 2, {0, 100, 200, 300, 400, 500, 600, 700, 800, 1000}));
+  const std::vector<int> sky = ShownLevels();
+  OpenFile("moon.bmp", BitmapBytes({8, 4, 4, false, [](int x, int) { return Color{std::uint8_t(x)}; }, {}}));
+  for (const char* name : {"0temp.bmp", "1temp.bmp"}) std::filesystem::remove(AppFile(name));
+  Find<QComboBox>(*window, "Combo1").setCurrentIndex(0);
+  EXPECT_EQ(ShownLevels(), sky);
+  os.Expect("FILE OPEN ERROR", HasSubstr("1temp.bmp"));
+  Find<QComboBox>(*window, "Combo1").setCurrentIndex(1);
+  EXPECT_FALSE(Item("mnuFileSel_1").isEnabled());
+  Hover(0, 0);
+  Click(0, 0);
+  Choose("mnuFileSel_2");
+  EXPECT_EQ(ShownLevels(), sky);
+  ExpectPictureIsWhole();
+}
+
+TEST_F(Viewer, ShowsNumbersTheSameWhateverTheLocale) {
+  QLocale::setDefault(QLocale(QLocale::German));
+  OpenFile("a.fit", FitsImage(-32, 1200, 1, std::vector<double>(1200, 1234.5)));
+  Hover(1100, 0);
+  EXPECT_EQ(Readout(), "1101 1 0");
+  EXPECT_EQ(Box("txbWidth"), "1200");
+  EXPECT_EQ(Status(), "Value 1234.5, FITS row 1");
+  QLocale::setDefault(QLocale::c());
+}
+
+TEST_F(Viewer, HintsAtLuminanceScalingWhereNearlyAllIsDark) {
+  std::vector<double> levels(100, 3);
+  levels[7] = 60000;
+  OpenFile("faint.fit", FitsImage(32, 10, 10, levels));
+  EXPECT_THAT(Status(), HasSubstr("Luminance Scaling, Logarithmic Scale, brings out faint detail"));
+  Hover(0, 0);
+  EXPECT_EQ(Status(), "Value 3, FITS row 10");
+  OpenSlope("bright.fit", 10, 10);
+  EXPECT_EQ(Status(), "");
+}
+
+TEST_F(Viewer, LetsShortcutsWorkFromEveryFocus) {
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  OpenSlope("a.fit", 4, 4);
+  for (const char* name : {"picMark", "Combo1", "txbLum"}) {
+    auto& control = Find<QWidget>(*window, name);
+    control.setFocus();
+    os.CancelSave();
+    QTest::keyClick(&control, Qt::Key_S, Qt::ControlModifier);
+    os.VerifyScript();
+    desk.dialogs[Dialog::Preferences] = [] {};
+    desk.shown.clear();
+    QTest::keyClick(&control, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(desk.shown.size(), 1u) << name;
+    QTest::keyClick(&control, Qt::Key_F1);
+    EXPECT_EQ(os.helpCalls.back().second, "frmExamine");
+  }
+  EXPECT_EQ(Find<QLineEdit>(*window, "txbLum").focusPolicy(), Qt::NoFocus);
+}
+
+}  // namespace
+}  // namespace corvane

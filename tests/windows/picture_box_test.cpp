@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/file_makers.h"
+#include "tests/support/test_files.h"
+#include "widgets/PictureBox.h"
+
+namespace corvane {
+namespace {
+
+TEST(PictureBox, MapsUnitsToPixels) {
+  PictureBox box;
+  box.resize(258, 163);
+  box.SetCoordinates(-1, 257, -1, 162);  // one unit to a pixel
+  EXPECT_EQ(box.Pixel(-1, -1), QPoint(0, 162));
+  EXPECT_EQ(box.Pixel(0, 0), QPoint(1, 161));
+  EXPECT_EQ(box.Pixel(256, 161), QPoint(257, 0));
+  box.resize(20, 10);
+  box.SetCoordinates(0, 10, 0, 100);
+  EXPECT_EQ(box.Pixel(9.99, 99.9), QPoint(19, 0));
+  EXPECT_EQ(box.Pixel(0.5, 10), QPoint(1, 8));
+}
+
+TEST(PictureBox, DrawsStrokesOnALayerBothEndsIncluded) {
+  PictureBox box;
+  box.resize(9, 7);
+  box.SetBackground(Qt::white);
+  box.SetCoordinates(0, 9, 0, 7);
+  const Stroke strokes[] = {
+      {2, 3, 5, 3, kBlack}, {7, 6, 7, 4, kRed}, {0, 0, 0, 0, kDarkGray}, {1, 4, 3, 6, kBlack}};
+  box.Draw(strokes);
+  int drawn = 0;
+  for (int y = 0; y < 7; ++y)
+    for (int x = 0; x < 9; ++x) drawn += box.Point(x, y) != Qt::white;
+  EXPECT_EQ(drawn, 4 + 3 + 1 + 3);
+  for (const int x : {2, 5}) EXPECT_EQ(box.Point(x, 3), Qt::black) << x;
+  for (const int y : {4, 6}) EXPECT_EQ(box.Point(7, y), Qt::red) << y;
+  EXPECT_EQ(box.Point(0, 0), ToQt(kDarkGray));
+  for (const int i : {1, 2, 3}) EXPECT_EQ(box.Point(i, i + 3), Qt::black) << i;
+  EXPECT_FALSE(box.Point(9, 0).isValid());
+
+  QImage picture(9, 7, QImage::Format_RGB32);
+  picture.fill(Qt::blue);
+  box.SetPicture(picture);
+  EXPECT_EQ(box.Point(2, 3), Qt::black);
+  EXPECT_EQ(box.Flattened().pixelColor(7, 0), Qt::red);
+  box.Clear();
+  EXPECT_EQ(box.Point(2, 3), Qt::blue);
+  box.SetPicture({});
+  EXPECT_EQ(box.Point(2, 3), Qt::white);
+}
+
+TEST(PictureBox, ShowsTheFileItLoadedAndKeepsItWhenAnotherCannotBeRead) {
+  const TemporaryFolder folder;
+  const auto file = folder.Path() / "picture.bmp";
+  WriteFile(file, BitmapBytes({24,
+                               3,
+                               2,
+                               false,
+                               [](int x, int y) {
+                                 return Color{std::uint8_t(x), std::uint8_t(y), 9};
+                               },
+                               {}}));
+  PictureBox box;
+  ASSERT_TRUE(box.LoadFile(file));
+  EXPECT_EQ(box.PictureSize(), QSize(3, 2));
+  box.resize(5, 4);
+  box.SetBackground(Qt::white);
+  box.SetCoordinates(0, 5, 0, 4);
+  WriteFile(folder.Path() / "damaged.bmp", "BM");
+  EXPECT_FALSE(box.LoadFile(folder.Path() / "damaged.bmp"));
+  std::filesystem::remove(file);
+  EXPECT_EQ(box.Point(2, 3), QColor(2, 0, 9));
+  EXPECT_EQ(box.Point(0, 2), QColor(0, 1, 9));
+  EXPECT_EQ(box.Point(3, 3), Qt::white);
+}
+
+TEST(BitmapFile, ReadsEveryPartAsItReadsTheWhole) {
+  const TemporaryFolder folder;
+  const auto pixel = [](int x, int y) {
+    const auto level = static_cast<std::uint8_t>(x * 31 + y * 57);
+    return Color{level, std::uint8_t(level ^ 3), std::uint8_t(level / 2)};
+  };
+  for (const int bits : {8, 24})
+    for (const QSize size : {QSize(7, 5), QSize(300, 9)}) {
+      const auto path = folder.Path() / "picture.bmp";
+      WriteFile(path, BitmapBytes({bits, size.width(), size.height(), false, pixel, {}}));
+      const QImage whole = LoadBitmapImage(path).convertToFormat(QImage::Format_RGB32);
+      const BitmapFile file(path);
+      for (const int left : {0, 1, size.width() / 2, size.width() - 1})
+        for (const int top : {0, size.height() / 2, size.height() - 1})
+          for (const int width : {1, 2, size.width()})
+            for (const int height : {1, 3, size.height()}) {
+              const QRect part = QRect(left, top, width, height) & whole.rect();
+              EXPECT_EQ(file.Part(part), whole.copy(part)) << bits << ' ' << left << ' ' << top;
+            }
+      std::filesystem::resize_file(path, 60);  // an accident outside the program
+      EXPECT_TRUE(file.Part(QRect(QPoint(0, 0), size)).isNull());
+    }
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <QAction>
+#include <QComboBox>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QTest>
+#include <memory>
+
+#include "tests/support/app_dir_fixture.h"
+#include "tests/support/file_makers.h"
+#include "tests/support/images.h"
+#include "tests/support/window_controls.h"
+#include "viewer/frmExamine.h"
+
+namespace corvane {
+
+// A viewer on a fresh store; the user is the test.
+class ViewerFixture : public AppDirFixture {
+ protected:
+  ViewerFixture() { Start(); }
+
+  // The viewer as the program shows it, at the start and on the way back from a tool.
+  void Start() {
+    window.reset();
+    window = std::make_unique<frmExamine>(cv, os, desk);
+    window->Open();
+    window->show();
+  }
+
+  QAction& Item(const char* name) { return *window->findChild<QAction*>(QLatin1String(name)); }
+  void Choose(const char* item) { Item(item).trigger(); }
+  bool Checked(const char* item) { return Item(item).isChecked(); }
+  std::string Box(const char* name) { return Find<QLineEdit>(*window, name).text().toStdString(); }
+  // X, Y and luminance as the boxes show them.
+  std::string Readout() { return Box("txbXPos") + " " + Box("txbYPos") + " " + Box("txbLum"); }
+  std::string Status() { return Find<QLabel>(*window, "lblStatus").text().toStdString(); }
+  PictureBox& Picture() { return Find<PictureBox>(*window, "picMark"); }
+  QScrollBar& Bar(const char* name) { return Find<QScrollBar>(*window, name); }
+  std::vector<std::string> List() {
+    const auto& list = Find<QComboBox>(*window, "Combo1");
+    std::vector<std::string> names;
+    for (int i = 0; i < list.count(); ++i) names.push_back(list.itemText(i).toStdString());
+    return names;
+  }
+
+  void OpenFile(const std::string& name, std::string_view bytes) {
+    os.ChooseToOpen(MakeUserFile(name, bytes));
+    Choose("mnuFileSel_0");
+  }
+  // A picture of these levels, the top row first, as an 8-bit FITS file.
+  void OpenLevels(const std::string& name, int width, int height, const std::vector<double>& levels) {
+    OpenFile(name, FitsImage(8, width, height, levels));
+  }
+  // Levels that tell every pixel from its neighbours.
+  void OpenSlope(const std::string& name, int width, int height) { OpenFile(name, Slope(width, height)); }
+  static std::string Slope(int width, int height) {
+    std::vector<double> levels;
+    for (int i = 0; i < width * height; ++i) levels.push_back(i * 7 % 251);
+    return FitsImage(8, width, height, levels);
+  }
+  void SaveTo(const std::string& name) {
+    os.ChooseToSave(UserFile(name));
+    Choose("mnuFileSel_1");
+  }
+
+  void Mouse(QWidget& widget, QEvent::Type type, QPoint place, Qt::MouseButton button = Qt::NoButton,
+             Qt::MouseButtons held = Qt::NoButton) {
+    QMouseEvent event(type, QPointF(place), QPointF(widget.mapToGlobal(place)), button, held, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+  }
+  // Image pixels: y from the bottom row.
+  QPoint At(int x, int y) { return {x, Picture().height() - 1 - y}; }
+  void Hover(int x, int y) { Mouse(Picture(), QEvent::MouseMove, At(x, y)); }
+  void Click(int x, int y, Qt::MouseButton button = Qt::LeftButton) {
+    Mouse(Picture(), QEvent::MouseButtonPress, At(x, y), button, button);
+    Mouse(Picture(), QEvent::MouseButtonRelease, At(x, y), button);
+  }
+  // What is on screen of the picture, in the order of DisplayBits without padding.
+  std::vector<int> ShownLevels() {
+    const QImage image = Picture().Flattened();
+    std::vector<int> levels;
+    for (int y = image.height() - 1; y >= 0; --y)
+      for (int x = 0; x < image.width(); ++x) levels.push_back(qGray(image.pixel(x, y)));
+    return levels;
+  }
+  // The screen, the store and the read-out agree on the picture.
+  void ExpectPictureIsWhole() {
+    EXPECT_EQ(Picture().size(), QSize(cv.Width(), cv.Height()));
+    EXPECT_EQ(Box("txbWidth"), std::to_string(cv.Width()));
+    EXPECT_EQ(Box("txbHeight"), std::to_string(cv.Height()));
+    EXPECT_EQ(ShownLevels(), Pixels(cv.Display()));
+  }
+
+  std::unique_ptr<frmExamine> window;
+};
+
+}  // namespace corvane
