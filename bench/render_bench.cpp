@@ -56,7 +56,9 @@ struct Frame {
         height(static_cast<int>(state.range(1))),
         data(Sky(width, height)),
         levels(width, height) {
-    MapLevels(data.View(), 1200, 0.2f, levels.View());
+    // As it is shown: nearly all pixels in the few darkest levels.
+    const ValueRange range = FindRange(data.View());
+    MapLevels(data.View(), range.min, 255.0f / (range.max - range.min), levels.View());
   }
   int width;
   int height;
@@ -111,7 +113,7 @@ class WorkFolder {
 
 void MemcpyFloats(benchmark::State& state) {
   Frame f(state);
-  FloatImage target(f.width, f.height);
+  FloatImage target = Sky(f.width, f.height);
   Run(state, [&] { std::memcpy(target.Edit().values, f.data.View().values, f.data.Count() * 4); });
 }
 BENCHMARK(MemcpyFloats)->Apply(BothSizes);
@@ -122,6 +124,7 @@ void MemcpyAsLevels(benchmark::State& state) {
   ByteBuffer source(f.data.Count() * 5 / 2);
   ByteBuffer target(source.size());
   std::memset(source.data(), 1, source.size());
+  std::memset(target.data(), 1, target.size());
   Run(state, [&] { std::memcpy(target.data(), source.data(), source.size()); });
 }
 BENCHMARK(MemcpyAsLevels)->Apply(BothSizes);
@@ -143,6 +146,18 @@ void Count(benchmark::State& state) {
   Run(state, [&] { benchmark::DoNotOptimize(CountLevels(f.levels.View())); });
 }
 BENCHMARK(Count)->Apply(BothSizes);
+
+void FillWithNoise(DisplayBitmap& levels) {
+  std::minstd_rand random(1);
+  for (unsigned char& level : levels.bits) level = static_cast<unsigned char>(random() >> 8);
+}
+
+void CountNoise(benchmark::State& state) {
+  Frame f(state);
+  FillWithNoise(f.levels);
+  Run(state, [&] { benchmark::DoNotOptimize(CountLevels(f.levels.View())); });
+}
+BENCHMARK(CountNoise)->Apply(BothSizes);
 
 template <int Bytes>
 void Gray(benchmark::State& state) {
@@ -310,9 +325,11 @@ void PeerLevels(benchmark::State& state) {
 }
 BENCHMARK(PeerLevels)->Apply(BothSizes);
 
+template <bool Noisy>
 void PeerCount(benchmark::State& state) {
   cv::setNumThreads(1);
   Frame f(state);
+  if (Noisy) FillWithNoise(f.levels);
   const cv::Mat levels = AsMat(f.levels);
   cv::Mat counts;
   const int bins = 256;
@@ -321,7 +338,8 @@ void PeerCount(benchmark::State& state) {
   const int channel = 0;
   Run(state, [&] { cv::calcHist(&levels, 1, &channel, {}, counts, 1, &bins, &ranges); });
 }
-BENCHMARK(PeerCount)->Apply(BothSizes);
+BENCHMARK(PeerCount<false>)->Apply(BothSizes)->Name("PeerCount");
+BENCHMARK(PeerCount<true>)->Apply(BothSizes)->Name("PeerCountNoise");
 
 template <int Type, int Code>
 void PeerGray(benchmark::State& state) {
