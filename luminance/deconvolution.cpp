@@ -151,8 +151,12 @@ class DisplayForm {
                                               : ChosenDeconvolutionKernels().raiseBytes) {}
   int Width() const { return estimate_.width; }
   int Height() const { return estimate_.height; }
-  void Start() { std::memcpy(observed_.data(), estimate_.bits, observed_.size()); }
-  void Prepare(int, int) {}
+  void Prepare(int row, int rows) {
+    if (row < observedRows_) return;
+    std::memcpy(observed_.data() + static_cast<std::size_t>(row) * estimate_.stride, estimate_.Row(row),
+                static_cast<std::size_t>(rows) * estimate_.stride);
+    observedRows_ = row + rows;
+  }
   void Turn(int row, int x, float* columns) const {
     const std::uint8_t* rows[kTile];
     for (int i = 0; i < kTile; ++i) rows[i] = estimate_.Row(std::min(row + i, Height() - 1)) + x;
@@ -170,11 +174,14 @@ class DisplayForm {
   }
   void EndIteration() {}
   void EndRun() {}
-  void Restore() { std::memcpy(estimate_.bits, observed_.data(), observed_.size()); }
+  void Restore() {
+    std::memcpy(estimate_.bits, observed_.data(), static_cast<std::size_t>(observedRows_) * estimate_.stride);
+  }
 
  private:
   GrayView estimate_;
-  ByteBuffer observed_;
+  ByteBuffer observed_;  // the first rows of the image as it was: the first iteration copies them as it goes
+  int observedRows_ = 0;
   decltype(DeconvolutionKernels::correctBytes) finish_;
 };
 
@@ -191,15 +198,12 @@ class DataForm {
   }
   int Width() const { return estimate_.width; }
   int Height() const { return estimate_.height; }
-  void Start() {
-    for (std::size_t i = 0; i < observed_.size(); ++i) {
-      const float v = estimate_.values[i];
-      observed_[i] = v;
-      estimate_.values[i] = v == v ? v : 0.0f;
-    }
-  }
   void Prepare(int row, int rows) {
-    if (scale_ != 0) Correct(row, rows);
+    if (row >= observedRows_) {
+      Observe(row, rows);
+    } else if (scale_ != 0) {
+      Correct(row, rows);
+    }
   }
   void Turn(int row, int x, float* columns) const {
     const float* rows[kTile];
@@ -227,9 +231,21 @@ class DataForm {
     std::fill_n(largest_, kTile, 0.0f);
   }
   void EndRun() { Prepare(0, Height()); }
-  void Restore() { std::copy_n(observed_.data(), observed_.size(), estimate_.values); }
+  void Restore() {
+    std::copy_n(observed_.data(), static_cast<std::size_t>(observedRows_) * Width(), estimate_.values);
+  }
 
  private:
+  void Observe(int row, int rows) {
+    const std::size_t start = static_cast<std::size_t>(row) * Width();
+    const std::size_t end = start + static_cast<std::size_t>(rows) * Width();
+    for (std::size_t i = start; i < end; ++i) {
+      const float v = estimate_.values[i];
+      observed_[i] = v;
+      estimate_.values[i] = v == v ? v : 0.0f;
+    }
+    observedRows_ = row + rows;
+  }
   void Correct(int row, int rows) {
     const std::size_t start = static_cast<std::size_t>(row) * Width();
     const std::size_t end = start + static_cast<std::size_t>(rows) * Width();
@@ -247,6 +263,7 @@ class DataForm {
 
   FloatView estimate_;
   PixelBuffer<float> observed_;
+  int observedRows_ = 0;
   PixelBuffer<float> blurred_;
   bool weighted_;
   float largest_[kTile] = {};
@@ -257,7 +274,6 @@ template <class Form>
 bool Iterate(Form& form, float radius, IterationWatch& watch) {
   const PointSpread spread = GaussianPointSpread(radius);
   BandBlur<Form> blur(form, spread);
-  form.Start();
   double firstEnergy = 1;
   float lastError = 0;
   for (int iteration = 1; iteration <= Form::kMostIterations; ++iteration) {

@@ -132,45 +132,28 @@ void SumColumns(const float* tile, const int* slots, const float* kernel, int ta
       taps, [=](int t) __attribute__((always_inline)) { return sums + kSegment * t; });
 }
 
-// Makes the compiler compute `v` here and not where it is used next.
-ALWAYS_INLINE void Settle(Doubles& v) {
-#if defined(__x86_64__)
-  __asm__("" : "+v"(v));
-#else
-  (void)v;
-#endif
-}
-
-// The weights of kSegment blurred values: sin(scale * value), |scale * value| at most 1.5708, by a polynomial
-// in 64 bits within a 10^16th of the sine, then rounded to 32 bits. Four chains of operations side by side:
-// one after the other they would leave the processor waiting.
+// The weights of kSegment blurred values: sin(scale * value), |scale * value| at most 1.5708, rounded to 32
+// bits. The sine is x times a polynomial in x squared, within a 10^16th; its even and odd powers are summed
+// apart, and four vectors side by side, because one chain of operations after the other leaves the processor
+// waiting.
 ALWAYS_INLINE void Weigh(const float* blurred, Doubles scale, float* weights) {
-  static constexpr double kSeries[] = {-0x1.9eedeb9288095p-41, 0x1.60e55130e8b5ap-33,  -0x1.ae634afcade55p-26,
-                                       0x1.71de37ddf9c4cp-19,  -0x1.a01a0199bf5b5p-13, 0x1.1111111108fafp-7,
-                                       -0x1.5555555555458p-3,  0x1.fffffffffffffp-1};
   for (int at = 0; at < kSegment; at += 2 * kLanes) {
-    const Floats low = Load<Floats>(blurred + at);
-    const Floats high = Load<Floats>(blurred + at + kLanes);
-    const Doubles x[4] = {LowDoubles(low) * scale, HighDoubles(low) * scale, LowDoubles(high) * scale,
-                          HighDoubles(high) * scale};
-    Doubles square[4];
-    Doubles value[4];
-#pragma GCC unroll 4
+    const Floats first = Load<Floats>(blurred + at);
+    const Floats second = Load<Floats>(blurred + at + kLanes);
+    const Doubles x[4] = {LowDoubles(first) * scale, HighDoubles(first) * scale, LowDoubles(second) * scale,
+                          HighDoubles(second) * scale};
+    Doubles sum[4];
     for (int i = 0; i < 4; ++i) {
-      square[i] = x[i] * x[i];
-      value[i] = square[i] * Spread(kSeries[0]) + Spread(kSeries[1]);
-      Settle(value[i]);
+      const Doubles z = x[i] * x[i];
+      const Doubles z2 = z * z;
+      Doubles even = Spread(0x1.60e55130e8b5ap-33) * z2 + Spread(0x1.71de37ddf9c4cp-19);
+      even = (even * z2 + Spread(0x1.1111111108fafp-7)) * z2 + Spread(0x1.fffffffffffffp-1);
+      Doubles odd = Spread(-0x1.9eedeb9288095p-41) * z2 + Spread(-0x1.ae634afcade55p-26);
+      odd = (odd * z2 + Spread(-0x1.a01a0199bf5b5p-13)) * z2 + Spread(-0x1.5555555555458p-3);
+      sum[i] = even + odd * z;
     }
-#pragma GCC unroll 8
-    for (int k = 2; k < 8; ++k) {
-#pragma GCC unroll 4
-      for (int i = 0; i < 4; ++i) {
-        value[i] = value[i] * square[i] + Spread(kSeries[k]);
-        Settle(value[i]);
-      }
-    }
-    Store(weights + at, NarrowToFloats(value[0] * x[0], value[1] * x[1]));
-    Store(weights + at + kLanes, NarrowToFloats(value[2] * x[2], value[3] * x[3]));
+    Store(weights + at, NarrowToFloats(sum[0] * x[0], sum[1] * x[1]));
+    Store(weights + at + kLanes, NarrowToFloats(sum[2] * x[2], sum[3] * x[3]));
   }
 }
 
