@@ -1,0 +1,121 @@
+// Drives the real windows over the sample pictures: tour [--dark] SAMPLES OUTPUT. Writes a picture of every
+// window and the files that the program saves. QT_SCALE_FACTOR enlarges everything.
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPalette>
+#include <QRadioButton>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+
+#include "tools/TourGuide.h"
+
+namespace {
+
+using corvane::TourGuide;
+
+void UseDarkColors() {
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QPalette palette(QColor(53, 53, 53));
+  palette.setColor(QPalette::Base, QColor(35, 35, 35));
+  palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
+  QApplication::setPalette(palette);
+}
+
+void OpenSamples(TourGuide& tour) {
+  tour.Picture("viewer-without-an-image");
+  tour.ExpectFile(tour.Sample("field_1.fit"), "open-file");
+  tour.Choose("mnuFileSel_0");
+  tour.Picture("viewer-16-bit-image");
+  for (const char* name : {"bits_8.fit", "color_24.bmp", "float_32.fit"}) {
+    tour.ExpectFile(tour.Sample(name));
+    tour.Choose("mnuFileSel_0");
+  }
+  tour.Picture("viewer-float-image");
+  if (auto* list = tour.Find<QComboBox>(tour.Shown(), "Combo1")) list->setCurrentIndex(1);
+  if (auto* picture = tour.Find<QWidget>(tour.Shown(), "picMark")) tour.ClickAt(*picture, {165, 255});
+  tour.Picture("viewer-marked-pixel");
+}
+
+void ShowViews(TourGuide& tour) {
+  const std::pair<const char*, const char*> views[] = {{"mnuToolSel_4", "view-raster"},
+                                                       {"mnuToolSel_5", "view-edges"},
+                                                       {"mnuToolSel_6", "view-negative"},
+                                                       {"mnuToolSel_7", "view-pseudo-color"},
+                                                       {"mnuToolSel_13", "view-rotated-90"},
+                                                       {"mnuToolSel_14", "view-rotated-180"},
+                                                       {"mnuToolSel_15", "view-flipped-left-right"},
+                                                       {"mnuToolSel_16", "view-flipped-top-bottom"}};
+  for (const auto& [item, name] : views) {
+    tour.Choose(item);
+    tour.Picture(name);
+  }
+  tour.Choose("mnuToolSel_16");
+  tour.Choose("mnuToolSel_10");
+  tour.Picture("view-magnified");
+  tour.Choose("mnuToolSel_11");
+}
+
+void ShowDialogs(TourGuide& tour) {
+  tour.ExpectDialog("preferences", "cmdCancel");
+  tour.Choose("mnuToolSel_22");
+  tour.ExpectDialog("about", "cmdOK");
+  tour.Choose("mnuHelpSel_2");
+  tour.Choose("mnuHelpSel_0");
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (window->objectName() == "HelpViewer" && window->isVisible()) {
+      tour.Picture("help", *window);
+      window->close();
+    }
+}
+
+void SaveFits(TourGuide& tour, const char* name, const char* bits, const QString& picture) {
+  tour.ExpectFile(tour.Output(name));
+  tour.Expect([&tour, bits, picture](QDialog& options) {
+    if (auto* button = tour.Find<QRadioButton>(options, bits)) button->setChecked(true);
+    if (auto* comment = tour.Find<QLineEdit>(options, "txbComment")) comment->setText("Saved by the tour");
+    tour.Picture(picture, options);
+    tour.Press(options, "cmdClose");
+  });
+  tour.Choose("mnuFileSel_1");
+}
+
+void SaveAndClose(TourGuide& tour) {
+  if (auto* list = tour.Find<QComboBox>(tour.Shown(), "Combo1")) list->setCurrentIndex(0);
+  SaveFits(tour, "saved_16.fts", "Option2", "save-options-16-bits");
+  tour.Picture("viewer-after-the-save");
+  SaveFits(tour, "saved_8.fts", "Option1", "save-options-8-bits");
+  tour.Choose("mnuToolSel_7");
+  tour.ExpectFile(tour.Output("saved_color.bmp"), "save-file");
+  tour.Choose("mnuFileSel_1");
+  tour.Choose("mnuFileSel_2");
+  tour.Picture("viewer-one-image-closed");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const bool dark = argc > 1 && std::strcmp(argv[1], "--dark") == 0;
+  if (argc != (dark ? 4 : 3)) {
+    std::cerr << "usage: tour [--dark] SAMPLES OUTPUT\n";
+    return EXIT_FAILURE;
+  }
+  // The user's own settings stay out of it.
+  const QTemporaryDir settings;
+  qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+  QApplication app(argc, argv);
+  std::setlocale(LC_NUMERIC, "C");
+  QApplication::setQuitOnLastWindowClosed(false);
+  if (dark) UseDarkColors();
+
+  TourGuide tour(argv[argc - 2], argv[argc - 1]);
+  tour.Start();
+  if (tour.Failed()) return EXIT_FAILURE;
+  for (const auto step : {OpenSamples, ShowViews, ShowDialogs, SaveAndClose}) step(tour);
+  return tour.Failed() ? EXIT_FAILURE : EXIT_SUCCESS;
+}
