@@ -19,6 +19,11 @@ namespace {
 
 using corvane::TourGuide;
 
+// The offscreen platform warns at every window of what it cannot do.
+void PassOnMessage(QtMsgType, const QMessageLogContext&, const QString& text) {
+  if (!text.startsWith("This plugin does not support")) std::cerr << text.toStdString() << '\n';
+}
+
 void UseDarkColors() {
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   QPalette palette(QColor(53, 53, 53));
@@ -62,6 +67,17 @@ void ShowViews(TourGuide& tour) {
 }
 
 void ShowDialogs(TourGuide& tour) {
+  tour.ExpectDialog("image-information", "cmdOK");
+  tour.Choose("mnuToolSel_0");
+  tour.ExpectDialog("histogram", "cmdClose");
+  tour.Choose("mnuToolSel_1");
+  if (auto* picture = tour.Find<QWidget>(tour.Shown(), "picMark")) tour.ClickAt(*picture, {165, 255});
+  tour.Expect([&tour](QDialog& profile) {
+    tour.Press(profile, "cmdGrid");
+    tour.Picture("profile", profile);
+    tour.Press(profile, "cmdClose");
+  });
+  tour.Choose("mnuToolSel_2");
   tour.ExpectDialog("preferences", "cmdCancel");
   tour.Choose("mnuToolSel_22");
   tour.ExpectDialog("about", "cmdOK");
@@ -108,6 +124,8 @@ int main(int argc, char** argv) {
   // The user's own settings stay out of it.
   const QTemporaryDir settings;
   qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+  qputenv("XDG_RUNTIME_DIR", settings.path().toLocal8Bit());
+  qInstallMessageHandler(PassOnMessage);
   QApplication app(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
   QApplication::setQuitOnLastWindowClosed(false);
