@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "platform/QtText.h"
+#include "widgets/controls.h"
 
 namespace corvane {
 
@@ -10,7 +10,7 @@ void PaintLabels(const QWidget& window, QPainter& painter, std::span<const Label
   painter.setPen(window.palette().color(QPalette::WindowText));
   const int ascent = painter.fontMetrics().ascent();
   for (const Label& label : labels)
-    painter.drawText(QPointF(label.x, label.y + static_cast<float>(ascent)), ToQt(label.text));
+    painter.drawText(QPointF(label.x, label.y + static_cast<float>(ascent)), Text(label.text));
 }
 
 void PaintTicks(const QWidget& window, QPainter& painter, std::span<const Stroke> ticks) {
