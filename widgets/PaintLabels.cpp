@@ -2,15 +2,14 @@
 
 #include <QPainter>
 
-#include "widgets/controls.h"
-
 namespace corvane {
 
 void PaintLabels(const QWidget& window, QPainter& painter, std::span<const Label> labels) {
   painter.setPen(window.palette().color(QPalette::WindowText));
   const int ascent = painter.fontMetrics().ascent();
   for (const Label& label : labels)
-    painter.drawText(QPointF(label.x, label.y + static_cast<float>(ascent)), Text(label.text));
+    painter.drawText(QPointF(label.x, label.y + static_cast<float>(ascent)),
+                     QString::fromStdString(label.text));
 }
 
 void PaintTicks(const QWidget& window, QPainter& painter, std::span<const Stroke> ticks) {
