@@ -1,5 +1,6 @@
 #include "core/bitmap_reader.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/working_files.h"
@@ -57,27 +58,41 @@ class BitmapReader : public AppDirFixture {
   }
 };
 
-TEST_F(BitmapReader, EveryFormatShowsUprightInGrayAtEveryWidth) {
-  OnEveryInstructionSet([&] {
-    for (const int bits : {8, 24, 32})
-      for (const bool topDown : {false, true})
-        for (int width = 1; width <= 71; ++width) {
-          const int height = 1 + width % 4;
-          BitmapSpec spec = Spec(bits, width, height);
-          spec.topDown = topDown;
-          Open(BitmapBytes(spec));
-          ASSERT_FALSE(cv.LoadFailed);
-          DisplayBitmap expected(width, height);
-          for (int y = 0; y < height; ++y)
-            for (int x = 0; x < width; ++x) {
-              const Color color = NoiseColor(x, y);
-              expected.View().At(x, height - 1 - y) =
-                  static_cast<std::uint8_t>(bits == 8 ? color.red : MeanLevel(color));
-            }
-          ASSERT_EQ(AllBytes(cv.Display()), AllBytes(expected.View()))
-              << bits << " bits, width " << width << (topDown ? ", from the top" : "");
-        }
-  });
+TEST_F(BitmapReader, EveryFormatShowsUprightInGray) {
+  for (const int bits : {8, 24, 32})
+    for (const bool topDown : {false, true})
+      for (const int width : {1, 2, 3, 4, 5, 6, 7, 8, 9, 70}) {
+        const int height = 1 + width % 4;
+        BitmapSpec spec = Spec(bits, width, height);
+        spec.topDown = topDown;
+        Open(BitmapBytes(spec));
+        ASSERT_FALSE(cv.LoadFailed);
+        DisplayBitmap expected(width, height);
+        for (int y = 0; y < height; ++y)
+          for (int x = 0; x < width; ++x) {
+            const Color color = NoiseColor(x, y);
+            expected.View().At(x, height - 1 - y) =
+                static_cast<std::uint8_t>(bits == 8 ? color.red : MeanLevel(color));
+          }
+        ASSERT_EQ(AllBytes(cv.Display()), AllBytes(expected.View()))
+            << bits << " bits, width " << width << (topDown ? ", from the top" : "");
+      }
+}
+
+TEST_F(BitmapReader, ColourFilesLargerThanOneReadAreWhole) {
+  // Rows of this width are read two at a time, so one is left over.
+  for (const bool topDown : {false, true}) {
+    BitmapSpec spec = Spec(24, 32767, 7);
+    spec.topDown = topDown;
+    spec.pixel = [](int x, int y) {
+      const auto level = static_cast<std::uint8_t>(x * 3 + y * 5);
+      return Color{level, level, level};
+    };
+    Open(BitmapBytes(spec));
+    for (int y = 0; y < 7; ++y)
+      for (const int x : {0, 1, 32766})
+        EXPECT_EQ(cv.Display().At(x, 6 - y), static_cast<std::uint8_t>(x * 3 + y * 5)) << y;
+  }
 }
 
 TEST_F(BitmapReader, LeavesTheStoreAndTheSlotBitmapDescribingThePicture) {
@@ -118,7 +133,7 @@ TEST_F(BitmapReader, ColourPaddingBytesAreZero) {
     for (int x = 5; x < 8; ++x) EXPECT_EQ(cv.DisplayBits[static_cast<std::size_t>(y * 8 + x)], 0);
 }
 
-TEST_F(BitmapReader, TheMeanIsRoundedForEverySum) {
+TEST_F(BitmapReader, TheMeanIsRoundedForEverySumAndLength) {
   std::vector<unsigned char> three;
   std::vector<unsigned char> four;
   std::vector<int> expected;
@@ -148,6 +163,16 @@ TEST_F(BitmapReader, TheMeanIsRoundedForEverySum) {
     std::fill(gray.begin(), gray.end(), 77);
     GrayFromColor(four.data(), 4, gray.data(), width);
     EXPECT_EQ(std::vector<int>(gray.begin(), gray.end()), expected);
+    // Every length, and not a byte beyond it.
+    for (std::size_t length = 0; length < 150; ++length)
+      for (const int bytes : {3, 4}) {
+        std::vector<unsigned char> row(160, 77);
+        GrayFromColor(bytes == 3 ? three.data() : four.data(), bytes, row.data(), static_cast<int>(length));
+        ASSERT_TRUE(
+            std::equal(row.begin(), row.begin() + static_cast<std::ptrdiff_t>(length), expected.begin()));
+        ASSERT_EQ(std::count(row.begin() + static_cast<std::ptrdiff_t>(length), row.end(), 77),
+                  static_cast<std::ptrdiff_t>(row.size() - length));
+      }
   });
 }
 

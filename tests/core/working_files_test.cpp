@@ -1,12 +1,10 @@
 #include "core/working_files.h"
 
-#include <sys/resource.h>
 #include <sys/stat.h>
-
-#include <csignal>
 
 #include "core/files.h"
 #include "tests/support/app_dir_fixture.h"
+#include "tests/support/file_limit.h"
 
 namespace corvane {
 namespace {
@@ -17,25 +15,6 @@ using testing::IsEmpty;
 Bytes AsBytes(std::string_view text) {
   return {reinterpret_cast<const unsigned char*>(text.data()), text.size()};
 }
-
-// No file may grow beyond `bytes` while this lives: what a full disk does to a write.
-class NoRoomBeyond {
- public:
-  explicit NoRoomBeyond(rlim_t bytes) {
-    handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    getrlimit(RLIMIT_FSIZE, &old_);
-    const rlimit limit{bytes, old_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~NoRoomBeyond() {
-    setrlimit(RLIMIT_FSIZE, &old_);
-    std::signal(SIGXFSZ, handler_);
-  }
-
- private:
-  rlimit old_{};
-  void (*handler_)(int) = nullptr;
-};
 
 class WorkingFilesTest : public AppDirFixture {
  protected:
@@ -73,7 +52,7 @@ TEST_F(WorkingFilesTest, AFullDiskLeavesWhatTheFileHeld) {
   WriteFile(AppFile("0temp.bmp"), large);
   WriteFile(path, "old");
   {
-    const NoRoomBeyond limit(4096);
+    const FileSizeLimit limit(4096);
     EXPECT_EQ(WriteInPlace(path, {AsBytes(large)}), EFBIG);
     EXPECT_EQ(QuietCopy(AppFile("0temp.bmp"), path), EFBIG);
   }
