@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/bitmap_file.h"
+
 namespace corvane {
 namespace {
 
@@ -43,7 +45,7 @@ std::optional<Refusal> ReadImage(const std::filesystem::path& path, const FitsLa
     // The file may have been cut since its length was taken.
     if (!ReadPixels(file, layout, image.Edit().values)) return ShortFile();
   } catch (const std::bad_alloc&) {
-    return Refusal{"FILE OPEN ERROR", "Not enough memory for this image."};
+    return NotEnoughMemory();
   }
   return std::nullopt;
 }
