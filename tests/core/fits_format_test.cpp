@@ -182,6 +182,9 @@ TEST(DecodePixels, GivesTheKnownValues) {
       {-4, 0, 1, {0x7F, 0xC0, 0x00, 0x00}, NAN},
       {-4, 1e30f, 0, {0x7F, 0x00, 0x00, 0x00}, NAN},
       {1, 2, 0, {0xFF}, 510.0f},
+      // The last values that stay.
+      {4, -1, 2147483648.0, {0x00, 0x00, 0x00, 0x01}, 2147483648.0f},
+      {1, 0x1.fffffep127, 0, {0x01}, 0x1.fffffep127f},
   };
   for (const auto& c : cases) {
     FitsLayout layout;
