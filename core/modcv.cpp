@@ -31,7 +31,11 @@ void LoadSlotData(ModCV& cv) {
 std::string HeaderText(const ModCV& cv, int slot) {
   std::string text;
   if (slot < 0 || slot >= kSlots) return text;
-  for (const std::string& card : cv.SlotHeader[slot]) text += card + "\r\n";
+  for (const std::string& card : cv.SlotHeader[slot]) {
+    for (const char character : card)
+      text += static_cast<unsigned char>(character) < ' ' || character == '\x7f' ? '?' : character;
+    text += "\r\n";
+  }
   return text;
 }
 

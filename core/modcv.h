@@ -106,7 +106,8 @@ void StoreSlot(ModCV& cv, int slot);
 // CurrentSlot is outside 0..9.
 void LoadSlotData(ModCV& cv);
 
-// The cards of a slot's header, each followed by CR LF; "" for a slot outside 0..9.
+// The cards of a slot's header, each followed by CR LF; "" for a slot outside 0..9. Control characters inside
+// a card become "?", so that a card is always one line.
 std::string HeaderText(const ModCV& cv, int slot);
 
 }  // namespace corvane

@@ -40,14 +40,6 @@ class NameLabel : public QLabel {
   }
 };
 
-// One card a line, whatever bytes a card holds.
-QString ShownHeader(const ModCV& cv, int slot) {
-  QString header = ToQt(HeaderText(cv, slot)).replace("\r\n", "\n");
-  for (QChar& character : header)
-    if (character != '\n' && !character.isPrint()) character = '?';
-  return header;
-}
-
 std::string DisplayBitmapSize(const ModCV& cv) {
   return std::to_string(kBitmapHeaderSize + static_cast<std::int64_t>(cv.RowStride) * cv.Height());
 }
@@ -119,7 +111,6 @@ void frmInfo::LayOut() {
   cmdOK->setDefault(true);
   connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
   txbFind->setPlaceholderText("Find (Ctrl+F)");
-  txbFind->setClearButtonEnabled(true);
   txbFind->setMaximumWidth(metrics.averageCharWidth() * 26);
   auto* bottom = new QHBoxLayout;
   bottom->addWidget(txbFind);
@@ -144,7 +135,7 @@ void frmInfo::ShowImage() {
   cmdPrint->setEnabled(!bitmap);
   txbFind->setEnabled(!bitmap);
   RichTextBox1->setPlainText(bitmap ? QString("There is no text header for a Windows bitmap.")
-                                    : ShownHeader(cv, cv.CurrentSlot));
+                                    : ToQt(HeaderText(cv, cv.CurrentSlot)));
 }
 
 bool frmInfo::eventFilter(QObject*, QEvent* event) {

@@ -33,16 +33,21 @@ TEST_F(HistogramWindow, NamesTheRangeOfTheDataByTheirPrecision) {
     std::vector<double> values;
     const char* caption;
     const char* axis;
+    std::vector<std::string> cards = {};
   };
   const Case cases[] = {
       {8, {7, 40, 40, 40}, "Image Histogram at 8 Bits Per Pixel", "left 0, right 255, top count 100"},
-      {16, {-5, 40000, 40, 40}, "  Image Histogram (BITPIX = 16)", "left 0, right 40000, top count 100"},
+      {16,
+       {0, 40005, 45, 45},
+       "  Image Histogram (BITPIX = 16)",
+       "left -5, right 40000, top count 100",
+       {Card("BZERO", -5)}},
       {32, {-7, 70000, 40, 40}, "  Image Histogram (BITPIX = 32)", "left -7.000E+00, right 7.000E+04"},
       {-32, {0.5, 1234, 1, 1}, "  Image Histogram (BITPIX = -32)", "left 5.000E-01, right 1.234E+03"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.bitpix);
-    Open("~a.fit", FitsImage(c.bitpix, 2, 2, c.values));
+    Open("~a.fit", FitsImage(c.bitpix, 2, 2, c.values, c.cards));
     FTS_Hist window(cv, os);
     EXPECT_EQ(window.windowTitle(), c.caption);
     EXPECT_THAT(Description(window), HasSubstr(c.axis));
