@@ -22,7 +22,7 @@ GrayView MakeDisplay(ModCV& cv) {
 }
 
 std::optional<Refusal> WriteSlotBitmap(ModCV& cv, int slot, ConstGrayView levels) {
-  const auto refusal = WriteDisplayBitmap(cv.AppDir / kGrayTemplate, cv.SlotBitmap(slot), levels);
+  auto refusal = WriteDisplayBitmap(cv.AppDir / kGrayTemplate, cv.SlotBitmap(slot), levels);
   if (!refusal) DescribeDisplayBitmap(cv, levels.width, levels.height);
   return refusal;
 }
