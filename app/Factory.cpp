@@ -5,6 +5,7 @@
 #include "core/frmAbout.h"
 #include "core/frmFITS.h"
 #include "core/frmPref.h"
+#include "luminance/frmDeConv.h"
 #include "viewer/frmExamine.h"
 #include "viewer/frmInfo.h"
 
@@ -33,6 +34,8 @@ std::unique_ptr<QDialog> MakeDialog(Dialog dialog, ModCV& cv, Platform& os) {
       return std::make_unique<frmAbout>(cv, os);
     case Dialog::SaveOptions:
       return std::make_unique<frmFITS>(cv, os);
+    case Dialog::Deconvolution:
+      return std::make_unique<frmDeConv>(cv, os);
     default:
       return nullptr;
   }

@@ -15,6 +15,7 @@ constexpr bool IsBuilt(Dialog dialog) {
     case Dialog::Preferences:
     case Dialog::About:
     case Dialog::SaveOptions:
+    case Dialog::Deconvolution:
       return true;
     default:
       return false;

@@ -248,6 +248,7 @@ void frmExamine::mnuToolSel_Click(int index) {
 
 void frmExamine::Combo1_Click(int index) {
   if (SuppressListClick || index == ListSlot || index < 0) return;
+  if (Running()) return SelectEntry(ListSlot);
   ListSlot = index;
   ShowImage(index);
 }
@@ -323,9 +324,12 @@ void frmExamine::picMark_MouseDown(int x, int y, Qt::MouseButton button) {
 }
 
 void frmExamine::picMark_Arrow(int dx, int dy) {
+  if (Running()) return;
   if (!MarkerMode) return area_->Pan(dx * kPanStep, -dy * kPanStep);
   PlaceMarker({Marker().x + dx, Marker().y + dy});
 }
+
+void frmExamine::CancelRun() { cv.DeconvCancelled = true; }
 
 void frmExamine::OnUnload() {
   SaveDirectories(cv, os);

@@ -34,9 +34,12 @@ class frmExamine : public ToolWindow {
   void ReSizeImage(int direction);
   // Enlarges ImageData as the picture on screen is enlarged.
   void Magnify16();
+  // Deconvolves ImageData, with the "Saving..." window on screen.
+  void Deconv16();
 
  protected:
   void OnUnload() override;
+  void CancelRun() override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
@@ -77,8 +80,11 @@ class frmExamine : public ToolWindow {
   void UncheckViews();
   void ToggleView(int index);
   void ShowView(const ViewEntry& view);
+  void Deconvolve(const ViewEntry& view);
   bool MakePicture(const std::filesystem::path& header, const std::filesystem::path& target,
                    DisplayBitmap picture);
+  bool WritePicture(const std::filesystem::path& header, const std::filesystem::path& target,
+                    ConstGrayView picture);
   // The file of the picture on screen.
   std::filesystem::path ShownFile() const;
   bool ShowFile(const std::filesystem::path& path);

@@ -85,6 +85,7 @@ void frmExamine::ImageCloser() {
 }
 
 void frmExamine::SaveImage() {
+  const Run run(*this);
   const auto target = AskSaveFile(cv, os, SaveRequest(cv, "Save Image As..."));
   if (!target) return;
   const bool asFits = target->kind == ImageKind::Fits;
@@ -104,11 +105,12 @@ bool frmExamine::SaveAsFits(const std::filesystem::path& path) {
   if (view && view->isColor)
     os.Message("A colored image can't be saved in FITS format, so the image will be grayscale.",
                "FITS Limitation");
-  const bool eightBitView = view && !view->data;
+  const bool eightBitView = view && !view->data && !view->deconvolves;
   const int code = eightBitView ? 1 : SlotPrecision(cv, cv.CurrentSlot, slotWidth_, slotHeight_);
   return SaveFits(cv, os, desk, path, code, [this, view, code] {
     return SixteenBitSave(cv, code, [this, view] {
-      if (view) view->data(cv.ImageData);
+      if (view && view->deconvolves) Deconv16();
+      if (view && view->data) view->data(cv.ImageData);
       if (Magnification != 1) Magnify16();
       return true;
     });

@@ -1,10 +1,12 @@
 #include <new>
+#include <utility>
 
 #include "core/bitmap_file.h"
 #include "core/files.h"
 #include "core/numeric.h"
 #include "core/slot_picture.h"
 #include "core/working_files.h"
+#include "luminance/frmSave16.h"
 #include "platform/busy.h"
 #include "viewer/frmExamine.h"
 #include "viewer/magnify.h"
@@ -104,7 +106,8 @@ void frmExamine::ToggleView(int index) {
     const bool wasChecked = Item(kToolMenu, index)->isChecked();
     ClearReadout();
     ClearCheck();
-    if (!wasChecked) ShowView(view);
+    if (wasChecked) return;
+    view.deconvolves ? Deconvolve(view) : ShowView(view);
   }
 }
 
@@ -122,15 +125,47 @@ void frmExamine::ShowView(const ViewEntry& view) try {
   os.Message(NotEnoughMemory().text, NotEnoughMemory().title);
 }
 
+void frmExamine::Deconvolve(const ViewEntry& view) {
+  const Run run(*this);
+  const std::filesystem::path dummy = cv.AppDir / kDummyBitmap;
+  if (!WritePicture(view.header(cv), dummy, cv.Display())) return;
+  QAction* item = Item(kToolMenu, view.menuIndex);
+  item->setChecked(true);
+  cv.DeconvCancelled = false;
+  desk.ShowModal(Dialog::Deconvolution);
+  if (std::exchange(cv.DeconvCancelled, false)) {
+    // DisplayBits are as before, and the slot's picture has been on screen all the time.
+    return item->setChecked(false);
+  }
+  const Busy busy(os);
+  if (!WritePicture(view.header(cv), dummy, cv.Display())) {
+    UncheckViews();
+    ShowSlotPicture();
+    return;
+  }
+  ViewChanged = true;
+  ShowFile(dummy);
+}
+
+void frmExamine::Deconv16() {
+  frmSave16 progress(os, this);
+  const Restoration mode = cv.DeconvStandard ? Restoration::Standard : Restoration::DeepSky;
+  corvane::Deconv16(cv.ImageData.Edit(), cv.DeconvRadius, mode, progress);
+}
+
 bool frmExamine::MakePicture(const std::filesystem::path& header, const std::filesystem::path& target,
                              DisplayBitmap picture) {
-  if (const auto refusal = WriteDisplayBitmap(header, target, picture.View())) {
-    os.Message(refusal->text, refusal->title);
-    return false;
-  }
+  if (!WritePicture(header, target, picture.View())) return false;
   cv.DisplayBits = std::move(picture.bits);
   DescribeDisplayBitmap(cv, picture.width, picture.height);
   return true;
+}
+
+bool frmExamine::WritePicture(const std::filesystem::path& header, const std::filesystem::path& target,
+                              ConstGrayView picture) {
+  const auto refusal = WriteDisplayBitmap(header, target, picture);
+  if (refusal) os.Message(refusal->text, refusal->title);
+  return !refusal;
 }
 
 void frmExamine::ReSizeImage(int direction) try {

@@ -45,14 +45,16 @@ Mark BeforeFlipVertical(Mark shown, int width, int) { return {width - 1 - shown.
 Mark BeforeFlipHorizontal(Mark shown, int, int height) { return {shown.x, height - 1 - shown.y}; }
 
 constexpr ViewEntry kViews[] = {
-    {4, false, false, OwnHeader, Raster, nullptr, Same},
-    {5, false, false, OwnHeader, Edge, nullptr, Same},
-    {6, false, false, OwnHeader, Negative, NegateData, Same},
-    {7, false, true, PaletteHeader, Unchanged, nullptr, Same},
-    {13, true, false, GrayHeader, Turned<Rotate90>, TurnData<Rotate90>, BeforeQuarterTurn},
-    {14, false, false, GrayHeader, Turned<Rotate180>, TurnData<Rotate180>, BeforeHalfTurn},
-    {15, false, false, GrayHeader, Turned<FlipVertical>, TurnData<FlipVertical>, BeforeFlipVertical},
-    {16, false, false, GrayHeader, Turned<FlipHorizontal>, TurnData<FlipHorizontal>, BeforeFlipHorizontal},
+    {4, false, false, false, OwnHeader, Raster, nullptr, Same},
+    {5, false, false, false, OwnHeader, Edge, nullptr, Same},
+    {6, false, false, false, OwnHeader, Negative, NegateData, Same},
+    {7, false, true, false, PaletteHeader, Unchanged, nullptr, Same},
+    {8, false, false, true, OwnHeader, nullptr, nullptr, Same},
+    {13, true, false, false, GrayHeader, Turned<Rotate90>, TurnData<Rotate90>, BeforeQuarterTurn},
+    {14, false, false, false, GrayHeader, Turned<Rotate180>, TurnData<Rotate180>, BeforeHalfTurn},
+    {15, false, false, false, GrayHeader, Turned<FlipVertical>, TurnData<FlipVertical>, BeforeFlipVertical},
+    {16, false, false, false, GrayHeader, Turned<FlipHorizontal>, TurnData<FlipHorizontal>,
+     BeforeFlipHorizontal},
 };
 
 }  // namespace

@@ -15,6 +15,8 @@ struct ViewEntry {
   int menuIndex;  // of mnuToolSel
   bool turns;     // width and height change places
   bool isColor;   // the picture has colours that a FITS file cannot keep
+  // The viewer runs both forms itself, as they take long and have a dialog: `display` and `data` are null.
+  bool deconvolves;
 
   // Whose header and palette the view's picture has.
   std::filesystem::path (*header)(const ModCV& cv);

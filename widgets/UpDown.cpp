@@ -4,25 +4,28 @@
 #include <QStyle>
 #include <QStyleOptionSpinBox>
 
+#include "core/numeric.h"
 #include "core/text.h"
 
 namespace corvane {
 
-UpDown::UpDown(QLineEdit* box, int lowest, int highest) : box_(box) {
+UpDown::UpDown(QLineEdit* box, int lowest, int highest, int stepsPerUnit) : box_(box) {
   setRange(lowest, highest);
   setFocusPolicy(Qt::NoFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   lineEdit()->hide();
-  const auto follow = [this](const QString& text) {
-    const auto number = ParseWhole(text.toStdString());
-    if (number && *number >= minimum() && *number <= maximum()) {
+  const auto follow = [this, stepsPerUnit](const QString& text) {
+    const double steps = ParseNumber(text.toStdString()).value_or(0) * stepsPerUnit;
+    if (steps >= minimum() && steps <= maximum()) {
       const QSignalBlocker quiet(this);
-      setValue(*number);
+      setValue(RoundEven(steps));
     }
   };
   follow(box->text());
   connect(box, &QLineEdit::textChanged, this, follow);
-  connect(this, &QSpinBox::valueChanged, box, [box](int value) { box->setText(QString::number(value)); });
+  connect(this, &QSpinBox::valueChanged, box, [box, stepsPerUnit](int value) {
+    box->setText(QString::fromStdString(ShortestDecimal(static_cast<float>(value) / stepsPerUnit)));
+  });
   box->installEventFilter(this);
 }
 

@@ -2,7 +2,6 @@
 #include <QMimeData>
 #include <QUrl>
 
-#include "core/fits_reader.h"
 #include "core/working_files.h"
 #include "platform/QtText.h"
 #include "tests/windows/viewer_fixture.h"
@@ -15,23 +14,6 @@ using testing::ElementsAreArray;
 
 class ViewerFiles : public ViewerFixture {
  protected:
-  // The save-options dialog: what it is offered, and the bits the user takes.
-  void ChooseBits(int bits) {
-    desk.dialogs[Dialog::SaveOptions] = [this, bits] {
-      offered = cv.BytesPerPixel;
-      cv.BytesPerPixel = bits / 8;
-      cv.FitsComment = std::string("'...'") + std::string(65, ' ');
-    };
-  }
-  // The data of a saved file, as a reader sees them.
-  std::vector<float> Reread(const std::string& name) {
-    ModCV reader;
-    ReadFitsHeader(reader, os, UserFile(name));
-    ReadFitsData(reader, os, UserFile(name));
-    EXPECT_FALSE(reader.LoadFailed);
-    size = QSize(reader.ImageData.Width(), reader.ImageData.Height());
-    return Values(reader.ImageData.View());
-  }
   void Drop(const QList<QUrl>& urls) {
     QMimeData data;
     data.setUrls(urls);
@@ -41,8 +23,6 @@ class ViewerFiles : public ViewerFixture {
     QApplication::sendEvent(window.get(), &drop);
     QCoreApplication::processEvents();
   }
-  int offered = 0;
-  QSize size;
   const std::string sixteen = FitsImage(16, 3, 2, {0, 1000, 2000, 3000, 4000, 5000});
 };
 

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <memory>
 
+#include "core/fits_reader.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_makers.h"
 #include "tests/support/images.h"
@@ -64,6 +65,24 @@ class ViewerFixture : public AppDirFixture {
     Choose("mnuFileSel_1");
   }
 
+  // The save-options dialog: what it is offered, and the bits the user takes.
+  void ChooseBits(int bits) {
+    desk.dialogs[Dialog::SaveOptions] = [this, bits] {
+      offered = cv.BytesPerPixel;
+      cv.BytesPerPixel = bits / 8;
+      cv.FitsComment = std::string("'...'") + std::string(65, ' ');
+    };
+  }
+  // The data of a saved file, as a reader sees them.
+  std::vector<float> Reread(const std::string& name) {
+    ModCV reader;
+    ReadFitsHeader(reader, os, UserFile(name));
+    ReadFitsData(reader, os, UserFile(name));
+    EXPECT_FALSE(reader.LoadFailed);
+    size = QSize(reader.ImageData.Width(), reader.ImageData.Height());
+    return Values(reader.ImageData.View());
+  }
+
   void Mouse(QWidget& widget, QEvent::Type type, QPoint place, Qt::MouseButton button = Qt::NoButton,
              Qt::MouseButtons held = Qt::NoButton) {
     QMouseEvent event(type, QPointF(place), QPointF(widget.mapToGlobal(place)), button, held, Qt::NoModifier);
@@ -93,6 +112,8 @@ class ViewerFixture : public AppDirFixture {
   }
 
   std::unique_ptr<frmExamine> window;
+  int offered = 0;  // to the save options: the code of the bits
+  QSize size;       // of the file read last
 };
 
 }  // namespace corvane
