@@ -44,6 +44,8 @@ QStringList PrintedLines(QString text, qsizetype columns) {
 
 QtPrintJob::QtPrintJob(std::unique_ptr<QPrinter> printer) : printer_(std::move(printer)) {
   failed_ = !painter_.begin(printer_.get());
+  // Otherwise pictures go through a lossy compression on their way to a PDF file.
+  if (!failed_) painter_.setRenderHint(QPainter::LosslessImageRendering);
 }
 
 QRectF QtPrintJob::Page() const { return printer_->pageLayout().paintRectPixels(printer_->resolution()); }

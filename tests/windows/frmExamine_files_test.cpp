@@ -5,6 +5,7 @@
 #include "core/working_files.h"
 #include "platform/QtText.h"
 #include "tests/windows/viewer_fixture.h"
+#include "viewer/view_table.h"
 
 namespace corvane {
 namespace {
@@ -157,6 +158,58 @@ TEST_F(ViewerFiles, SavesFromMemoryWhenTheWorkingFileHasVanished) {
   SaveTo("b.fit");
   EXPECT_THAT(Reread("b.fit"), ElementsAre(0, 1000, 2000, 3000, 4000, 5000));
   ExpectPictureIsWhole();
+}
+
+TEST_F(ViewerFiles, SavesEveryViewSoThatItReopensAsItWasShown) {
+  std::vector<std::string> items = {"mnuToolSel_10"};
+  for (const ViewEntry& view : ViewTable()) items.push_back("mnuToolSel_" + std::to_string(view.menuIndex));
+  ChooseBits(8);
+  for (const std::string& item : items)
+    for (const int mode : {0, 1})
+      for (const char* name : {"view.bmp", "view.fit"}) {
+        if (mode == 1 && item != "mnuToolSel_10") continue;
+        SCOPED_TRACE(item + " as " + name);
+        cv.MagMode = mode;
+        OpenSlope("a.fit", 7, 5);
+        Choose(item.c_str());
+        const std::vector<int> levels = Pixels(cv.Display());
+        const QImage shown = Picture().Flattened();
+        const bool color = item == "mnuToolSel_7";
+        const bool asBitmap = std::string(name) == "view.bmp";
+        if (color && !asBitmap) os.Expect("FITS Limitation", testing::_);
+        SaveTo(name);
+        if (!color || asBitmap) {
+          EXPECT_EQ(Picture().Flattened(), shown);
+        }
+        os.ChooseToOpen(UserFile(name));
+        Choose("mnuFileSel_0");
+        EXPECT_EQ(Pixels(cv.Display()), levels);
+        ExpectPictureIsWhole();
+        Choose("mnuFileSel_2");
+        Choose("mnuFileSel_2");
+      }
+}
+
+// The committed picture has 8 bits, but the data are still those of a float image.
+TEST_F(ViewerFiles, FitsTheRangeOfMagnifiedFloatData) {
+  cv.MagMode = 0;
+  ChooseBits(16);
+  for (const bool twice : {false, true}) {
+    OpenFile("a.fit", FitsImage(-32, 2, 2, {-65536, 0, 65536, 196608}));
+    Choose("mnuToolSel_10");
+    if (twice) SaveTo("first.fit");
+    if (twice) Choose("mnuToolSel_10");
+    SaveTo("big.fit");
+    EXPECT_EQ(offered, twice ? 2 : -4);
+    const std::vector<float> rows = Reread("big.fit");
+    const int factor = twice ? 4 : 2;
+    ASSERT_EQ(size, QSize(2 * factor, 2 * factor));
+    EXPECT_EQ(rows.front(), 0);
+    EXPECT_EQ(rows[static_cast<std::size_t>(factor)], 8192);  // a quarter of 32767
+    EXPECT_EQ(rows[rows.size() - 2 * factor], 16384);
+    EXPECT_EQ(rows.back(), 32767);
+    Choose("mnuFileSel_2");
+  }
 }
 
 TEST_F(ViewerFiles, PrintsThePictureShownOnItsPlace) {

@@ -41,6 +41,7 @@ TEST_F(PrintJobTest, PrintsAPictureAndReportsOneThatIsGone) {
   EXPECT_TRUE(job->End());
   const std::string pdf = ReadFile(UserFile("picture.pdf"));
   EXPECT_NE(pdf.find("/Width 64\n/Height 48"), std::string::npos);
+  EXPECT_EQ(pdf.find("/DCTDecode"), std::string::npos);  // no level is changed
 
   const auto failing = PdfJob(UserFile("gone.pdf"));
   failing->Picture(UserFile("absent.bmp"), 0, 0, 10, 10);
