@@ -195,7 +195,7 @@ TEST_F(ViewerFiles, FitsTheRangeOfMagnifiedFloatData) {
   cv.MagMode = 0;
   ChooseBits(16);
   for (const bool twice : {false, true}) {
-    OpenFile("a.fit", FitsImage(-32, 2, 2, {-65536, 0, 65536, 196608}));
+    OpenFile("a.fit", FitsImage(-32, 2, 2, {65536, 131072, 196608, 327680}));
     Choose("mnuToolSel_10");
     if (twice) SaveTo("first.fit");
     if (twice) Choose("mnuToolSel_10");

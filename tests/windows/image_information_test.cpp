@@ -62,7 +62,7 @@ TEST_F(ImageInformation, KeepsOneCardToALineWhateverBytesTheCardsHold) {
   broken[40] = '\0';
   broken[50] = '\x1b';
   broken[60] = '\xe9';
-  const std::string name = std::string(90, 'n') + "<i>.fit";
+  const std::string name = std::string(90, 'n').append("<i>.fit");
   Open(name, FitsImage(8, 2, 1, {1, 2}, {broken}));
   const frmInfo window(cv, os);
   EXPECT_EQ(Text(window, "Label2"), name);
@@ -85,8 +85,8 @@ TEST_F(ImageInformation, PrintsTheHeaderBelowItsName) {
   ASSERT_EQ(os.prints.size(), 1u);
   EXPECT_TRUE(os.prints[0]->ended);
   ASSERT_EQ(os.prints[0]->texts.size(), 1u);
-  EXPECT_EQ(os.prints[0]->texts[0].substr(0, 103), "FILE HEADER:  m13.fit\n" + std::string(80, ' ') + '\n');
-  EXPECT_EQ(os.prints[0]->texts[0].substr(103), before.toStdString());
+  const QString printed = QString::fromStdString(os.prints[0]->texts[0]);
+  EXPECT_EQ(printed, "FILE HEADER:  m13.fit\n" + QString(80, ' ') + '\n' + before);
   EXPECT_EQ(Find<QTextEdit>(window, "RichTextBox1").toPlainText(), before);
   os.printerFails = true;
   os.Expect("PRINT ERROR", "The header could not be printed.");
