@@ -3,6 +3,7 @@
 #include <QUrl>
 
 #include "core/working_files.h"
+#include "luminance/frmDeConv.h"
 #include "platform/QtText.h"
 #include "tests/windows/viewer_fixture.h"
 #include "viewer/view_table.h"
@@ -163,6 +164,10 @@ TEST_F(ViewerFiles, SavesFromMemoryWhenTheWorkingFileHasVanished) {
 TEST_F(ViewerFiles, SavesEveryViewSoThatItReopensAsItWasShown) {
   std::vector<std::string> items = {"mnuToolSel_10"};
   for (const ViewEntry& view : ViewTable()) items.push_back("mnuToolSel_" + std::to_string(view.menuIndex));
+  desk.dialogs[Dialog::Deconvolution] = [this] {
+    frmDeConv dialog(cv, os);
+    Press(dialog, "cmdApply");
+  };
   ChooseBits(8);
   for (const std::string& item : items)
     for (const int mode : {0, 1})
