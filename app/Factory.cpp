@@ -6,6 +6,9 @@
 #include "core/frmFITS.h"
 #include "core/frmPref.h"
 #include "luminance/frmDeConv.h"
+#include "luminance/frmMask.h"
+#include "luminance/frmPower.h"
+#include "luminance/frmScale.h"
 #include "viewer/frmExamine.h"
 #include "viewer/frmInfo.h"
 
@@ -15,6 +18,10 @@ std::unique_ptr<ToolWindow> MakeWindow(Window window, ModCV& cv, Platform& os, D
   switch (window) {
     case Window::Examine:
       return std::make_unique<frmExamine>(cv, os, desk);
+    case Window::Scale:
+      return std::make_unique<frmScale>(cv, os, desk);
+    case Window::Mask:
+      return std::make_unique<frmMask>(cv, os, desk);
     default:
       return nullptr;
   }
@@ -36,6 +43,8 @@ std::unique_ptr<QDialog> MakeDialog(Dialog dialog, ModCV& cv, Platform& os) {
       return std::make_unique<frmFITS>(cv, os);
     case Dialog::Deconvolution:
       return std::make_unique<frmDeConv>(cv, os);
+    case Dialog::Exponent:
+      return std::make_unique<frmPower>(cv, os);
     default:
       return nullptr;
   }

@@ -5,12 +5,12 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QTimer>
 #include <algorithm>
 
 #include "core/numeric.h"
 #include "core/startup.h"
 #include "core/text.h"
+#include "widgets/SelectingBox.h"
 #include "widgets/UpDown.h"
 #include "widgets/controls.h"
 
@@ -46,15 +46,6 @@ QGroupBox* Frame(const char* name, const char* title, Options*... options) {
   column->addStretch();
   return frame;
 }
-
-// Selects its whole text whenever it gets the focus, by the mouse too.
-class SelectingBox : public QLineEdit {
- protected:
-  void focusInEvent(QFocusEvent* event) override {
-    QLineEdit::focusInEvent(event);
-    QTimer::singleShot(0, this, &QLineEdit::selectAll);
-  }
-};
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/bitmap_file.h"
 #include "core/files.h"
 
 namespace corvane {
@@ -32,8 +33,41 @@ void DeleteViewFiles(const std::filesystem::path& appDir) {
     QuietDelete(appDir / name);
 }
 
+void DeleteToolFiles(const std::filesystem::path& appDir) {
+  for (const char* name : {kTempBitmap, kHist1, kHist2}) QuietDelete(appDir / name);
+}
+
 void DeleteSlotBitmaps(const ModCV& cv) {
   for (int slot = 0; slot < cv.ImageCount; ++slot) QuietDelete(cv.SlotBitmap(slot));
+}
+
+namespace {
+
+// The tool's result as the picture of the current slot.
+std::optional<Refusal> CommitResult(ModCV& cv) {
+  const std::filesystem::path result = cv.AppDir / kTempBitmap;
+  if (auto damaged = ReadBitmapHeader(cv, result)) return damaged;
+  const std::filesystem::path own = cv.SlotBitmap(cv.CurrentSlot);
+  if (!QuietRename(result, own))
+    return Refusal{"FILE OPEN ERROR", "The file \"" + own.filename().string() + "\" can't be written."};
+  std::string& name = cv.SlotName[cv.CurrentSlot];
+  if (!name.starts_with('~')) name.insert(0, 1, '~');
+  cv.SlotBytesPerPixel[cv.CurrentSlot] = 1;
+  return std::nullopt;
+}
+
+}  // namespace
+
+bool KeepWorkingImage(ModCV& cv, Platform& os) {
+  if (cv.ImageChanged) {
+    if (const auto refusal = CommitResult(cv)) {
+      os.Message(refusal->text, refusal->title);
+      return false;
+    }
+  }
+  DeleteToolFiles(cv.AppDir);
+  cv.CurrentName = cv.SlotName[cv.CurrentSlot];
+  return true;
 }
 
 }  // namespace corvane

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/modcv.h"
+#include "platform/platform.h"
 
 namespace corvane {
 
@@ -32,6 +33,12 @@ bool IsProgramFile(const std::string& name);
 // error.
 void DeleteLeftovers(const std::filesystem::path& appDir);  // at start-up
 void DeleteViewFiles(const std::filesystem::path& appDir);  // at the viewer's unload
+void DeleteToolFiles(const std::filesystem::path& appDir);  // when a tool is left
 void DeleteSlotBitmaps(const ModCV& cv);                    // at exit
+
+// What a tool does before another window takes its place: a result that is neither saved nor undone
+// (ImageChanged) becomes the current slot's picture, an 8-bit one whose name begins with "~"; the tool's
+// files go. False after a message, with slot and files as before, where the result cannot be kept.
+bool KeepWorkingImage(ModCV& cv, Platform& os);
 
 }  // namespace corvane

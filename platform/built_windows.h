@@ -5,7 +5,9 @@
 namespace corvane {
 
 // The windows that this version of the program has; menus disable the items of the others.
-constexpr bool IsBuilt(Window window) { return window == Window::Examine; }
+constexpr bool IsBuilt(Window window) {
+  return window == Window::Examine || window == Window::Scale || window == Window::Mask;
+}
 
 constexpr bool IsBuilt(Dialog dialog) {
   switch (dialog) {
@@ -16,6 +18,7 @@ constexpr bool IsBuilt(Dialog dialog) {
     case Dialog::About:
     case Dialog::SaveOptions:
     case Dialog::Deconvolution:
+    case Dialog::Exponent:
       return true;
     default:
       return false;
