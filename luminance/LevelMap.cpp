@@ -59,7 +59,7 @@ void LevelMap::paintEvent(QPaintEvent*) {
   text(kLeft, 0, kSize, Qt::AlignHCenter, "SCALING MAP");
   text(kLeft, below, kSize, Qt::AlignHCenter, "INITIAL");
   text(kLeft - 3, below, kLeft, Qt::AlignLeft, "0");
-  text(kLeft + kSize - 2 * kLeft, below, 3 * kLeft, Qt::AlignHCenter, "255");
+  text(kSize, below, 2 * kLeft, Qt::AlignHCenter, "255");
   const int step = std::max(kLetterStep, line);
   const QRect word(kLeft - kWordOffset, picStretch->y() + kWordTop, kWordOffset, line);
   for (int i = 0; i < 5; ++i)

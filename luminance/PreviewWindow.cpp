@@ -71,9 +71,11 @@ void PreviewWindow::LayOut(QWidget* controls, QWidget* side, std::initializer_li
   around->addWidget(Image1, 0, 0, Qt::AlignCenter);
 
   auto* left = new QVBoxLayout;
+  left->setContentsMargins(0, 12, 0, 0);
   left->addWidget(controls);
-  left->addStretch();
+  left->addSpacing(12);
   left->addLayout(Buttons());
+  left->addStretch();
   auto* center = new QWidget;
   auto* grid = new QGridLayout(center);
   grid->setHorizontalSpacing(16);

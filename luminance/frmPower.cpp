@@ -21,6 +21,8 @@ frmPower::frmPower(ModCV& store, Platform& platform)
   setObjectName("frmPower");
   setWindowTitle("Scale Exponent Selection");
   txbExp->setText(ToQt(ShortestDecimal(cv.ScaleExponent)));
+  // Makes the window wide enough for its title.
+  txbExp->setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) + 40);
   auto* label = Named(new QLabel("Select Exponent"), "Label1");
   label->setBuddy(txbExp);
   auto* cmdOK = Named(new QPushButton("&OK"), "cmdOK", "OK");
@@ -41,8 +43,6 @@ frmPower::frmPower(ModCV& store, Platform& platform)
   layout->addSpacing(6);
   layout->addLayout(buttons);
   layout->setSizeConstraint(QLayout::SetFixedSize);
-  // The whole title is to be read.
-  setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) + 120);
   txbExp->setFocus();
 }
 

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPalette>
 #include <QRadioButton>
+#include <QSlider>
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <clocale>
@@ -90,7 +91,7 @@ void ShowDialogs(TourGuide& tour) {
     }
 }
 
-void SaveFits(TourGuide& tour, const char* name, const char* bits, const QString& picture) {
+void SaveFits(TourGuide& tour, const char* item, const char* name, const char* bits, const QString& picture) {
   tour.ExpectFile(tour.Output(name));
   tour.Expect([&tour, bits, picture](QDialog& options) {
     if (auto* button = tour.Find<QRadioButton>(options, bits)) button->setChecked(true);
@@ -98,19 +99,72 @@ void SaveFits(TourGuide& tour, const char* name, const char* bits, const QString
     tour.Picture(picture, options);
     tour.Press(options, "cmdClose");
   });
-  tour.Choose("mnuFileSel_1");
+  tour.Choose(item);
 }
 
 void SaveAndClose(TourGuide& tour) {
   if (auto* list = tour.Find<QComboBox>(tour.Shown(), "Combo1")) list->setCurrentIndex(0);
-  SaveFits(tour, "saved_16.fts", "Option2", "save-options-16-bits");
+  SaveFits(tour, "mnuFileSel_1", "saved_16.fts", "Option2", "save-options-16-bits");
   tour.Picture("viewer-after-the-save");
-  SaveFits(tour, "saved_8.fts", "Option1", "save-options-8-bits");
+  SaveFits(tour, "mnuFileSel_1", "saved_8.fts", "Option1", "save-options-8-bits");
   tour.Choose("mnuToolSel_7");
   tour.ExpectFile(tour.Output("saved_color.bmp"), "save-file");
   tour.Choose("mnuFileSel_1");
   tour.Choose("mnuFileSel_2");
   tour.Picture("viewer-one-image-closed");
+}
+
+void SetSlider(TourGuide& tour, const char* name, int level) {
+  if (auto* slider = tour.Find<QSlider>(tour.Shown(), name)) slider->setValue(level);
+}
+
+void ShowCurves(TourGuide& tour, QComboBox& curves) {
+  for (int curve = 0; curve < curves.count(); ++curve) {
+    if (curves.itemText(curve) == "Select Exponent...")
+      tour.Expect([&tour](QDialog& exponent) {
+        if (auto* box = tour.Find<QLineEdit>(exponent, "txbExp")) box->setText("1.5");
+        tour.Picture("scaling-exponent", exponent);
+        tour.Press(exponent, "cmdOK");
+      });
+    curves.setCurrentIndex(curve);
+    tour.Picture(QString("scaling-curve-%1").arg(curve));
+  }
+}
+
+void ScaleLevels(TourGuide& tour) {
+  tour.ExpectFile(tour.Sample("field_1.fit"));
+  tour.Choose("mnuFileSel_0");
+  tour.Choose("mnuToolSel_18");
+  tour.Picture("scaling-opened");
+  auto* curves = tour.Find<QComboBox>(tour.Shown(), "Combo1");
+  if (!curves) return;
+  SetSlider(tour, "sldLow", 30);
+  SetSlider(tour, "sldHigh", 200);
+  ShowCurves(tour, *curves);
+  SetSlider(tour, "sldLow", 0);
+  curves->setCurrentIndex(1);
+  tour.Press(tour.Shown(), "cmdApply");
+  tour.Picture("scaling-applied");
+  tour.Press(tour.Shown(), "cmdCancel");
+  tour.Picture("scaling-undone");
+  tour.Press(tour.Shown(), "cmdRedo");
+  SaveFits(tour, "mnuFileSel_0", "scaled_16.fts", "Option2", "scaling-save-options");
+  tour.Picture("scaling-saved");
+}
+
+void MaskLevels(TourGuide& tour) {
+  tour.Choose("mnuOptSel_3");
+  tour.Picture("mask-opened");
+  SetSlider(tour, "sldLow", 60);
+  SetSlider(tour, "sldHigh", 230);
+  SetSlider(tour, "sldClr", 128);
+  tour.Picture("mask-set");
+  tour.Press(tour.Shown(), "cmdApply");
+  tour.Picture("mask-applied");
+  tour.ExpectFile(tour.Output("masked.bmp"));
+  tour.Choose("mnuFileSel_0");
+  tour.Choose("mnuFileSel_2");
+  tour.Picture("viewer-masked-image");
 }
 
 }  // namespace
@@ -134,6 +188,7 @@ int main(int argc, char** argv) {
   TourGuide tour(argv[argc - 2], argv[argc - 1]);
   tour.Start();
   if (tour.Failed()) return EXIT_FAILURE;
-  for (const auto step : {OpenSamples, ShowViews, ShowDialogs, SaveAndClose}) step(tour);
+  for (const auto step : {OpenSamples, ShowViews, ShowDialogs, SaveAndClose, ScaleLevels, MaskLevels})
+    step(tour);
   return tour.Failed() ? EXIT_FAILURE : EXIT_SUCCESS;
 }
