@@ -40,8 +40,8 @@ frmDeConv::frmDeConv(ModCV& store, Platform& platform)
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(radiusRow_);
   layout->addWidget(modeFrame_);
-  layout->addWidget(Frame1);
   layout->addWidget(Buttons());
+  layout->addWidget(Frame1);  // the window grows by it, and Cancel keeps its place
   layout->setSizeConstraint(QLayout::SetFixedSize);
   Enter(State::Idle);
 }
@@ -59,8 +59,11 @@ QWidget* frmDeConv::RadiusRow() {
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(label);
   row->addStretch();
-  row->addWidget(txbRad);
-  row->addWidget(UpDown1);
+  auto* number = new QHBoxLayout;
+  number->setSpacing(1);
+  number->addWidget(txbRad);
+  number->addWidget(UpDown1);
+  row->addLayout(number);
   return bar;
 }
 
@@ -79,10 +82,6 @@ QWidget* frmDeConv::ProgressFrame() {
   auto* frame = Named(new QGroupBox("Progress"), "Frame1", "Progress");
   auto* column = new QVBoxLayout(frame);
   column->addWidget(panel_);
-  // The window keeps its size, and Cancel its place, when a run starts.
-  QSizePolicy policy = frame->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  frame->setSizePolicy(policy);
   return frame;
 }
 
