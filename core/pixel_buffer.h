@@ -8,7 +8,7 @@
 namespace corvane {
 
 // `bytes` of uninitialised memory on a 64-byte boundary; large blocks come in huge pages where the system has
-// them. Throws std::bad_alloc.
+// them. Throws std::bad_alloc, also where the system would promise memory that it does not have.
 void* AllocatePixels(std::size_t bytes);
 void FreePixels(void* memory, std::size_t bytes);
 

@@ -46,6 +46,9 @@ HelpViewer::HelpViewer() : page_(new Page), txbFind_(new QLineEdit), lblFound_(n
   page_->setObjectName("txbHelp");
   page_->setAccessibleName("Corvane manual");
   page_->document()->setDocumentMargin(12);
+  // Many dark color schemes leave links in the dark blue that suits a white page.
+  if (page_->palette().color(QPalette::Base).lightness() < 128)
+    page_->document()->setDefaultStyleSheet("a { color: #8ab4f8 }");
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(MakeBar());
   layout->addWidget(page_);

@@ -142,6 +142,7 @@ void TourGuide::WaitUntil(const std::function<bool()>& done) {
 
 void TourGuide::LookForDialog() {
   auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+  if (dialog && dialog->objectName() == "frmSave16") return;  // asks nothing of the user
   // A picture lets events run, this timer's own among them.
   if (dialog == seen_) return;
   seen_ = dialog;

@@ -32,6 +32,8 @@ void UseDarkColors() {
   QPalette palette(QColor(53, 53, 53));
   palette.setColor(QPalette::Base, QColor(35, 35, 35));
   palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, QColor(127, 127, 127));
   QApplication::setPalette(palette);
 }
 
@@ -114,7 +116,6 @@ void Deconvolve(TourGuide& tour) {
   });
   tour.Choose("mnuToolSel_8");
   tour.Picture("view-deconvolved");
-  tour.Choose("mnuToolSel_8");
 }
 
 void SaveFits(TourGuide& tour, const char* item, const char* name, const char* bits, const QString& picture) {
@@ -126,6 +127,21 @@ void SaveFits(TourGuide& tour, const char* item, const char* name, const char* b
     tour.Press(options, "cmdClose");
   });
   tour.Choose(item);
+}
+
+void SaveDeconvolved(TourGuide& tour) {
+  // The window of the run on the data closes by itself; a run that is over sooner has no picture.
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, &watch, [&tour, &watch] {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->objectName() != "frmSave16" || !window->isVisible()) continue;
+      if (tour.Find<QLabel>(*window, "lblIteration")->text().isEmpty()) continue;
+      watch.stop();
+      return tour.Picture("deconvolution-saving", *window);
+    }
+  });
+  watch.start(0);
+  SaveFits(tour, "mnuFileSel_1", "deconvolved_16.fts", "Option2", "deconvolution-save-options");
 }
 
 void SaveAndClose(TourGuide& tour) {
@@ -215,7 +231,8 @@ int main(int argc, char** argv) {
   tour.Start();
   if (tour.Failed()) return EXIT_FAILURE;
   for (const auto step :
-       {OpenSamples, ShowViews, ShowDialogs, Deconvolve, SaveAndClose, ScaleLevels, MaskLevels})
+       {OpenSamples, ShowViews, ShowDialogs, Deconvolve, SaveDeconvolved, SaveAndClose,
+                          ScaleLevels, MaskLevels})
     step(tour);
   return tour.Failed() ? EXIT_FAILURE : EXIT_SUCCESS;
 }
