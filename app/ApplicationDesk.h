@@ -34,8 +34,4 @@ class ApplicationDesk : public Desk {
   std::unique_ptr<ToolWindow> shown_;
 };
 
-// `wanted` moved, and no farther than it must be, so that a window of `size` lies inside `area`. A window
-// that is larger keeps its top left corner inside.
-QPoint InsideArea(QPoint wanted, QSize size, const QRect& area);
-
 }  // namespace corvane

@@ -87,8 +87,11 @@ std::optional<Refusal> LoadDisplayBits(ModCV& cv, const std::filesystem::path& p
   const int width = static_cast<int>(fields->width);
   const int height = static_cast<int>(fields->height);
   const std::size_t count = static_cast<std::size_t>(RowStrideFor(width)) * height;
-  ReplaceSize(cv.DisplayBits, count);
-  if (file.ReadAt(kBitmapHeaderSize, cv.DisplayBits.data(), count) != count) return Damaged(path);
+  ByteBuffer fresh;
+  ByteBuffer& bits = cv.DisplayBits.size() == count ? cv.DisplayBits : fresh;
+  ReplaceSize(bits, count);
+  if (file.ReadAt(kBitmapHeaderSize, bits.data(), count) != count) return Damaged(path);
+  if (&bits == &fresh) cv.DisplayBits.Swap(fresh);
   DescribeDisplayBitmap(cv, width, height);
   return std::nullopt;
 } catch (const std::bad_alloc&) {

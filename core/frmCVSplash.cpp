@@ -17,9 +17,7 @@ constexpr QSize kSplashSize(480, 300);
 }  // namespace
 
 frmCVSplash::frmCVSplash(Desk& windows)
-    : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint),
-      desk(windows),
-      Timer1(new QTimer(this)) {
+    : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint), desk(windows), Timer1(new QTimer(this)) {
   setObjectName("frmCVSplash");
   setWindowTitle("Corvane");
   auto* Image1 = Named(new QLabel, "Image1", "Corvane, version 3.211, is starting");

@@ -18,6 +18,7 @@ void StoreSlot(ModCV& cv, int slot) {
   cv.SlotBytesPerPixel[slot] = cv.BytesPerPixel;
   cv.SlotData[slot] = cv.ImageData;
   cv.SlotHeader[slot] = cv.HeaderCards;
+  cv.SlotFullRange[slot] = false;
 }
 
 void LoadSlotData(ModCV& cv) {

@@ -21,6 +21,7 @@ struct ModCV {
   std::array<std::string, kSlots> SlotFileSize;
   std::array<std::vector<std::string>, kSlots> SlotHeader;
   std::array<FloatImage, kSlots> SlotData;
+  std::array<bool, kSlots> SlotFullRange{};  // the picture was rendered after a save, see RenderSlotData
   int ImageCount = 0;
   int CurrentSlot = 0;
   std::string CurrentName;

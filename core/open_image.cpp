@@ -55,6 +55,7 @@ void FreeSlot(ModCV& cv, int slot) {
   cv.SlotFileSize[slot] = '0';
   cv.SlotHeader[slot].clear();
   cv.SlotData[slot] = {};
+  cv.SlotFullRange[slot] = false;
 }
 
 void MoveSlotDown(ModCV& cv, int slot) {
@@ -64,6 +65,7 @@ void MoveSlotDown(ModCV& cv, int slot) {
   cv.SlotFileSize[to] = std::move(cv.SlotFileSize[slot]);
   cv.SlotHeader[to] = std::move(cv.SlotHeader[slot]);
   cv.SlotData[to] = std::move(cv.SlotData[slot]);
+  cv.SlotFullRange[to] = cv.SlotFullRange[slot];
   QuietRename(cv.SlotBitmap(slot), cv.SlotBitmap(to));
 }
 

@@ -21,6 +21,14 @@ GrayView MakeDisplay(ModCV& cv) {
   return {cv.DisplayBits.data(), width, height, stride};
 }
 
+// ImageMin, ImageMax and DisplayScale so that any range wider than 1 is stretched to all levels.
+void FindFullRange(ModCV& cv) {
+  const ValueRange range = FindRange(cv.ImageData.View());
+  cv.ImageMin = range.min;
+  cv.ImageMax = range.max;
+  cv.DisplayScale = range.min + 1.0f < range.max ? 255.0f / (range.max - range.min) : 1.0f;
+}
+
 std::optional<Refusal> WriteSlotBitmap(ModCV& cv, int slot, ConstGrayView levels) {
   auto refusal = WriteDisplayBitmap(cv.AppDir / kGrayTemplate, cv.SlotBitmap(slot), levels);
   if (!refusal) DescribeDisplayBitmap(cv, levels.width, levels.height);
@@ -39,7 +47,7 @@ std::optional<Refusal> RenderInto(ModCV& cv, int slot) try {
     case 2:
     case 4:
     case -4:
-      FindMinMax(cv);
+      cv.SlotFullRange[slot] ? FindFullRange(cv) : FindMinMax(cv);
       MapLevels(values, cv.ImageMin, cv.DisplayScale, levels);
       break;
     default:
@@ -54,10 +62,7 @@ namespace {
 
 std::optional<Refusal> RenderCurrentSlot(ModCV& cv) try {
   const GrayView levels = MakeDisplay(cv);
-  const ValueRange range = FindRange(cv.ImageData.View());
-  cv.ImageMin = range.min;
-  cv.ImageMax = range.max;
-  cv.DisplayScale = range.min + 1.0f < range.max ? 255.0f / (range.max - range.min) : 1.0f;
+  FindFullRange(cv);
   MapLevels(cv.ImageData.View(), cv.ImageMin, cv.DisplayScale, levels);
   const LevelCounts counts = CountLevels(levels);
   std::copy(counts.begin(), counts.end(), cv.LumHist.begin());
@@ -103,6 +108,7 @@ void RenderFits(ModCV& cv, Platform& os) {
 }
 
 bool RenderSlotData(ModCV& cv, Platform& os) {
+  cv.SlotFullRange[cv.CurrentSlot] = true;
   const auto refusal = RenderCurrentSlot(cv);
   if (refusal) os.Message(refusal->text, refusal->title);
   return !refusal;

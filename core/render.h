@@ -24,13 +24,13 @@ void MapLevels(ConstFloatView values, float minimum, float scale, GrayView level
 // ImageMin, ImageMax and DisplayScale of ImageData for its BytesPerPixel.
 void FindMinMax(ModCV& cv);
 
-// DisplayBits from ImageData as BytesPerPixel asks, then the display bitmap of `slot`.
+// DisplayBits from ImageData as BytesPerPixel and SlotFullRange ask, then the display bitmap of `slot`.
 std::optional<Refusal> RenderInto(ModCV& cv, int slot);
 // The same for the slot about to be added, ImageCount. Sets LoadFailed after a message.
 void RenderFits(ModCV& cv, Platform& os);
 
-// The same for the current slot after its data were saved: any range wider than 1 is stretched. Recounts
-// LumHist. False after a message.
+// The same for the current slot after its data were saved: any range wider than 1 is stretched, also when the
+// picture must be made again later. Recounts LumHist. False after a message.
 bool RenderSlotData(ModCV& cv, Platform& os);
 
 }  // namespace corvane

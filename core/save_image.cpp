@@ -10,6 +10,7 @@
 #include "core/fits_writer.h"
 #include "core/render.h"
 #include "core/safe_write.h"
+#include "core/slot_picture.h"
 #include "core/working_files.h"
 
 namespace corvane {
@@ -105,6 +106,14 @@ bool FillAndWrite(ModCV& cv, Platform& os, const std::filesystem::path& path,
   return false;
 }
 
+// `picture` as that of the slot; where it has vanished, the data that were saved show the same.
+std::optional<Refusal> TakePicture(ModCV& cv, int slot, const std::filesystem::path& picture) {
+  const std::filesystem::path own = cv.SlotBitmap(slot);
+  if (picture == own || QuietRename(picture, own)) return std::nullopt;
+  if (!cv.ImageData.Empty()) return RenderInto(cv, slot);
+  return Refusal{"FILE OPEN ERROR", "The file \"" + own.filename().string() + "\" can't be written."};
+}
+
 }  // namespace
 
 FileRequest SaveRequest(const ModCV& cv, const std::string& title) {
@@ -177,7 +186,9 @@ bool SaveBitmap(ModCV& cv, Platform& os, const std::filesystem::path& picture,
                 const std::filesystem::path& path) {
   WorkingState before(cv);
   cv.OriginalFiles.clear();
-  if (const std::optional<Refusal> damaged = ReadBitmapHeader(cv, picture)) {
+  if (picture == cv.SlotBitmap(cv.CurrentSlot)) {
+    if (!EnsureSlotPicture(cv, os, cv.CurrentSlot)) return false;
+  } else if (const std::optional<Refusal> damaged = ReadBitmapHeader(cv, picture)) {
     os.Message(damaged->text, damaged->title);
     return false;
   }
@@ -193,9 +204,8 @@ bool SaveBitmap(ModCV& cv, Platform& os, const std::filesystem::path& picture,
 
 bool CommitSave(ModCV& cv, Platform& os, int slot, const std::filesystem::path& path,
                 const std::filesystem::path& picture) {
-  const std::filesystem::path own = cv.SlotBitmap(slot);
-  if (picture != own && !QuietRename(picture, own)) {
-    os.Message("The file \"" + own.filename().string() + "\" can't be written.", "FILE OPEN ERROR");
+  if (const auto refusal = TakePicture(cv, slot, picture)) {
+    os.Message(refusal->text, refusal->title);
     return false;
   }
   StoreSlot(cv, slot);

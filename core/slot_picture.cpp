@@ -28,4 +28,8 @@ bool LoadSlotPicture(ModCV& cv, Platform& os, int slot) {
   return !refusal;
 }
 
+bool EnsureSlotPicture(ModCV& cv, Platform& os, int slot) {
+  return !ReadBitmapHeader(cv, cv.SlotBitmap(slot)) || LoadSlotPicture(cv, os, slot);
+}
+
 }  // namespace corvane

@@ -9,5 +9,7 @@ namespace corvane {
 // made again where it was the plain rendering of the slot's data. False after a message otherwise: the
 // working state is then unspecified, the slots are as before.
 bool LoadSlotPicture(ModCV& cv, Platform& os, int slot);
+// The same for a caller that needs the file: a sound one is not loaded.
+bool EnsureSlotPicture(ModCV& cv, Platform& os, int slot);
 
 }  // namespace corvane

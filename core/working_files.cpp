@@ -43,28 +43,30 @@ void DeleteSlotBitmaps(const ModCV& cv) {
 
 namespace {
 
-// The tool's result as the picture of the current slot.
-std::optional<Refusal> CommitResult(ModCV& cv) {
-  const std::filesystem::path result = cv.AppDir / kTempBitmap;
-  if (auto damaged = ReadBitmapHeader(cv, result)) return damaged;
+// Moves a display bitmap of AppDir, once it is known to be sound, to the current slot.
+std::optional<Refusal> MoveToSlot(ModCV& cv, const std::filesystem::path& picture) {
+  if (auto damaged = ReadBitmapHeader(cv, picture)) return damaged;
   const std::filesystem::path own = cv.SlotBitmap(cv.CurrentSlot);
-  if (!QuietRename(result, own))
-    return Refusal{"FILE OPEN ERROR", "The file \"" + own.filename().string() + "\" can't be written."};
-  std::string& name = cv.SlotName[cv.CurrentSlot];
-  if (!name.starts_with('~')) name.insert(0, 1, '~');
-  cv.SlotBytesPerPixel[cv.CurrentSlot] = 1;
-  return std::nullopt;
+  if (QuietRename(picture, own)) return std::nullopt;
+  return Refusal{"FILE OPEN ERROR", "The file \"" + own.filename().string() + "\" can't be written."};
 }
 
 }  // namespace
 
-bool KeepWorkingImage(ModCV& cv, Platform& os) {
-  if (cv.ImageChanged) {
-    if (const auto refusal = CommitResult(cv)) {
-      os.Message(refusal->text, refusal->title);
-      return false;
-    }
+bool KeepPicture(ModCV& cv, Platform& os, const std::filesystem::path& picture) {
+  if (const auto refusal = MoveToSlot(cv, picture)) {
+    os.Message(refusal->text, refusal->title);
+    return false;
   }
+  std::string& name = cv.SlotName[cv.CurrentSlot];
+  if (!name.starts_with('~')) name.insert(0, 1, '~');
+  cv.SlotBytesPerPixel[cv.CurrentSlot] = 1;
+  cv.CurrentName = name;
+  return true;
+}
+
+bool KeepWorkingImage(ModCV& cv, Platform& os) {
+  if (cv.ImageChanged && !KeepPicture(cv, os, cv.AppDir / kTempBitmap)) return false;
   DeleteToolFiles(cv.AppDir);
   cv.CurrentName = cv.SlotName[cv.CurrentSlot];
   return true;

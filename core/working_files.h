@@ -36,6 +36,11 @@ void DeleteViewFiles(const std::filesystem::path& appDir);  // at the viewer's u
 void DeleteToolFiles(const std::filesystem::path& appDir);  // when a tool is left
 void DeleteSlotBitmaps(const ModCV& cv);                    // at exit
 
+// `picture`, a display bitmap of AppDir, becomes that of the current slot: an 8-bit image whose name begins
+// with
+// "~". False after a message, with slot and files as before, where it is damaged or can't be moved.
+bool KeepPicture(ModCV& cv, Platform& os, const std::filesystem::path& picture);
+
 // What a tool does before another window takes its place: a result that is neither saved nor undone
 // (ImageChanged) becomes the current slot's picture, an 8-bit one whose name begins with "~"; the tool's
 // files go. False after a message, with slot and files as before, where the result cannot be kept.

@@ -122,7 +122,7 @@ bool frmMask::SaveChanged(const std::filesystem::path& path) {
   std::string name = path.filename().string();
   std::swap(cv.SlotName[cv.CurrentSlot], name);
   const bool saved = SaveFits(cv, os, desk, path, 1, {});
-  if (!saved) std::swap(cv.SlotName[cv.CurrentSlot], name);
+  std::swap(cv.SlotName[cv.CurrentSlot], name);
   return saved;
 }
 

@@ -230,8 +230,7 @@ int main(int argc, char** argv) {
   TourGuide tour(argv[argc - 2], argv[argc - 1]);
   tour.Start();
   if (tour.Failed()) return EXIT_FAILURE;
-  for (const auto step :
-       {OpenSamples, ShowViews, ShowDialogs, Deconvolve, SaveDeconvolved, SaveAndClose,
+  for (const auto step : {OpenSamples, ShowViews, ShowDialogs, Deconvolve, SaveDeconvolved, SaveAndClose,
                           ScaleLevels, MaskLevels})
     step(tour);
   return tour.Failed() ? EXIT_FAILURE : EXIT_SUCCESS;

@@ -92,8 +92,7 @@ class frmExamine : public ToolWindow {
   void ShowNothing(const char* reason);
   // After a dialog that reads pictures on its own account.
   void ReadShown();
-  void KeepView();
-  bool CommitPicture(const std::filesystem::path& picture);
+  bool KeepView();
   void SwitchToTool(Window next);
   Mark SlotPixel(Mark shown) const;
 
@@ -107,6 +106,7 @@ class frmExamine : public ToolWindow {
   QLabel* lblStatus;
 
   float Magnification = 1.0f;
+  int shownMagMode_ = 0;  // by which the magnified picture was made
   bool ViewChanged = false;
   bool MarkerMode = false;
   bool SuppressListClick = false;

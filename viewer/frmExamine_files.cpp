@@ -5,6 +5,7 @@
 #include "core/fits_writer.h"
 #include "core/open_image.h"
 #include "core/save_image.h"
+#include "core/slot_picture.h"
 #include "platform/QtText.h"
 #include "viewer/frmExamine.h"
 #include "viewer/page_fit.h"
@@ -35,8 +36,9 @@ void frmExamine::TakeOpened(std::optional<int> slot) {
     ShowImage(*slot);
     return;
   }
-  const bool fileWasChosen = !cv.OpenPath.empty();  // else the dialog was cancelled: nothing has changed
-  if (fileWasChosen && cv.ImageCount > 0) ShowImage(cv.CurrentSlot);
+  // Nothing has been read of no file, after a cancelled dialog, nor of one that can't be an image.
+  const bool wasRead = KindOf(cv.OpenPath.filename().string()) != ImageKind::Unknown;
+  if (wasRead && cv.ImageCount > 0) ShowImage(cv.CurrentSlot);
 }
 
 void frmExamine::dragEnterEvent(QDragEnterEvent* event) {
@@ -95,7 +97,7 @@ void frmExamine::SaveImage() {
   // The file has no colours, so the slot keeps its gray picture: the levels are the same.
   const bool grayOnly = asFits && view && view->isColor;
   const int slot = cv.CurrentSlot;
-  CommitSave(cv, os, slot, target->path, grayOnly ? cv.SlotBitmap(slot) : shown);
+  if (!CommitSave(cv, os, slot, target->path, grayOnly ? cv.SlotBitmap(slot) : shown)) return;
   Combo1->setItemText(slot, ToQt(cv.SlotName[slot]));
   ShowImage(slot);
 }
@@ -118,6 +120,7 @@ bool frmExamine::SaveAsFits(const std::filesystem::path& path) {
 }
 
 void frmExamine::PrintImage() {
+  if (ShownFile() == cv.SlotBitmap(cv.CurrentSlot) && !EnsureSlotPicture(cv, os, cv.CurrentSlot)) return;
   const std::unique_ptr<PrintJob> job = os.Print(cv.CurrentName);
   if (!job) return;
   const auto width = static_cast<float>(area_->Picture()->width());

@@ -106,7 +106,8 @@ void frmExamine::ToggleView(int index) {
     const bool wasChecked = Item(kToolMenu, index)->isChecked();
     ClearReadout();
     ClearCheck();
-    if (wasChecked) return;
+    if (wasChecked || !area_->Picture()->HasPicture()) return;
+    if (!EnsureSlotPicture(cv, os, cv.CurrentSlot)) return ShowNothing(kBroken);
     view.deconvolves ? Deconvolve(view) : ShowView(view);
   }
 }
@@ -172,8 +173,8 @@ void frmExamine::ReSizeImage(int direction) try {
   const int factor = RoundEven(Magnification) + direction;
   if (cv.ImageCount == 0 || factor < 1 || factor > kMostMagnified) return;
   ClearReadout();
-  if (ViewChanged) ClearCheck();
-  if (factor == 1) return ClearCheck();
+  if (ViewChanged || factor == 1) ClearCheck();
+  if (factor == 1 || !area_->Picture()->HasPicture()) return;
   if (!CanMagnify(slotWidth_, slotHeight_, factor)) {
     os.Message("The enlarged image must be less than 10 MB.", "MAXIMUM SIZE LIMIT");
     return;
@@ -191,6 +192,7 @@ void frmExamine::ReSizeImage(int direction) try {
     return;
   }
   Magnification = static_cast<float>(factor);
+  shownMagMode_ = cv.MagMode;
   ShowFile(expand);
 } catch (const std::bad_alloc&) {
   os.Message(NotEnoughMemory().text, NotEnoughMemory().title);
@@ -200,30 +202,16 @@ void frmExamine::ReSizeImage(int direction) try {
 void frmExamine::Magnify16() {
   const ConstFloatView values = cv.ImageData.View();
   const int factor = RoundEven(Magnification);
-  cv.ImageData = cv.MagMode == 0 ? Replicate(values, factor) : Interpolate(values, factor);
+  cv.ImageData = shownMagMode_ == 0 ? Replicate(values, factor) : Interpolate(values, factor);
 }
 
-void frmExamine::KeepView() {
-  if (cv.ImageCount == 0 || (!ViewChanged && Magnification == 1)) return;
-  if (!CommitPicture(ShownFile())) return;
-  std::string& name = cv.SlotName[cv.CurrentSlot];
-  if (!name.starts_with('~')) name.insert(0, 1, '~');
-  cv.CurrentName = name;
-}
-
-bool frmExamine::CommitPicture(const std::filesystem::path& picture) {
-  const std::filesystem::path own = cv.SlotBitmap(cv.CurrentSlot);
-  if (!QuietRename(picture, own)) {
-    os.Message("The file \"" + own.filename().string() + "\" can't be written.", "FILE OPEN ERROR");
-    return false;
-  }
-  cv.SlotBytesPerPixel[cv.CurrentSlot] = 1;
-  return true;
+bool frmExamine::KeepView() {
+  if (cv.ImageCount == 0 || (!ViewChanged && Magnification == 1)) return true;
+  return KeepPicture(cv, os, ShownFile());
 }
 
 void frmExamine::SwitchToTool(Window next) {
-  KeepView();
-  SwitchTo(next);
+  if (KeepView()) SwitchTo(next);
 }
 
 Mark frmExamine::SlotPixel(Mark shown) const {

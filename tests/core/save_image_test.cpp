@@ -293,15 +293,15 @@ TEST_F(Saving, ADamagedPictureIsNotCopiedOut) {
 }
 
 TEST_F(Saving, AVanishedPictureLeavesTheSlotAndTheSavedFile) {
-  Answer(1, "");
-  ASSERT_EQ(LoadDisplayBits(cv, cv.SlotBitmap(1)), std::nullopt);
-  ASSERT_TRUE(Save(UserFile("a.fts")));
+  std::filesystem::copy_file(cv.SlotBitmap(1), AppFile(kDummyBitmap));
+  ASSERT_TRUE(SaveBitmap(cv, os, AppFile(kDummyBitmap), UserFile("a.bmp")));
+  std::filesystem::remove(AppFile(kDummyBitmap));
   os.Expect("FILE OPEN ERROR", testing::HasSubstr("1temp.bmp"));
-  EXPECT_FALSE(CommitSave(cv, os, 1, UserFile("a.fts"), AppFile(kDummyBitmap)));
+  EXPECT_FALSE(CommitSave(cv, os, 1, UserFile("a.bmp"), AppFile(kDummyBitmap)));
   EXPECT_EQ(cv.SlotName[1], "m42.fit");
   EXPECT_EQ(cv.SlotBytesPerPixel[1], 2);
   EXPECT_EQ(cv.SlotData[1].View().At(2, 1), 5000);
-  EXPECT_EQ(std::filesystem::file_size(UserFile("a.fts")), 5760u);
+  EXPECT_EQ(std::filesystem::file_size(UserFile("a.bmp")), std::filesystem::file_size(cv.SlotBitmap(1)));
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "platform/built_windows.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/window_controls.h"
+#include "widgets/placing.h"
 
 namespace corvane {
 namespace {
