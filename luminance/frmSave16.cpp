@@ -16,7 +16,7 @@ frmSave16::frmSave16(Platform& platform, QWidget* opener)
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(panel_);
   layout->setSizeConstraint(QLayout::SetFixedSize);
-  PlaceAt(*this, opener->window()->pos() + QPoint(kDialogOffset, 0));
+  if (opener) PlaceAt(*this, opener->window()->pos() + QPoint(kDialogOffset, 0));
   show();
   os.Yield();
 }
