@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-// A platform for fuzz targets: nobody answers, messages are counted.
+// A platform for fuzz targets and benchmarks: nobody answers, messages are counted.
 class QuietPlatform : public Platform {
  public:
   int messages = 0;
