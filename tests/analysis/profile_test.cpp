@@ -88,18 +88,6 @@ TEST(Profile, StaysInsideAPictureThatBecameSmaller) {
   EXPECT_EQ(DescribeRowProfile(empty), "X profile through row 1: no pixels.");
 }
 
-TEST(ProfileGraph, DrawsBarsTwoUnitsWide) {
-  const std::vector<std::int32_t> levels(100, 30);
-  const std::vector<Stroke> row = RowProfileGraph(levels, 500);
-  EXPECT_EQ(row[0], (Stroke{0, 0, 0, 30, kBlack}));
-  EXPECT_EQ(row[1], (Stroke{1, 0, 1, 30, kBlack}));
-  EXPECT_EQ(row[199], (Stroke{199, 0, 199, 30, kBlack}));
-  const std::vector<Stroke> column = ColumnProfileGraph(levels, 500);
-  EXPECT_EQ(column[0], (Stroke{199, 0, 199, 30, kBlack}));
-  EXPECT_EQ(column[1], (Stroke{198, 0, 198, 30, kBlack}));
-  EXPECT_EQ(column[199], (Stroke{0, 0, 0, 30, kBlack}));
-}
-
 TEST(ProfileGraph, MarksPositionsOutsideThePictureInRed) {
   using Lines = std::vector<std::pair<float, float>>;
   const std::vector<std::int32_t> half(51, 9);
@@ -114,15 +102,6 @@ TEST(ProfileGraph, MarksPositionsOutsideThePictureInRed) {
   // A picture of seven columns or five rows, marked near its middle.
   EXPECT_EQ(RedLines(RowProfileGraph(std::vector<std::int32_t>(7, 9), 3)), (Lines{{0, 94}, {106, 200}}));
   EXPECT_EQ(RedLines(ColumnProfileGraph(std::vector<std::int32_t>(5, 9), 2)), (Lines{{200, 8}, {94, 0}}));
-}
-
-TEST(ProfileGraph, HasAGridOfTensAndTwentyFives) {
-  const std::vector<Stroke> grid = ProfileGrid();
-  ASSERT_EQ(grid.size(), 29u);
-  EXPECT_EQ(grid[0], (Stroke{10, 0, 10, 257, kDarkGray}));
-  EXPECT_EQ(grid[18], (Stroke{190, 0, 190, 257, kDarkGray}));
-  EXPECT_EQ(grid[19], (Stroke{0, 25, 201, 25, kDarkGray}));
-  EXPECT_EQ(grid[28], (Stroke{0, 250, 201, 250, kDarkGray}));
 }
 
 TEST(ProfileLabels, NameBothAxesOfBothGraphs) {

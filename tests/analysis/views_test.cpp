@@ -52,16 +52,6 @@ TEST(EdgeView, EqualsTheDefinitionAtEverySize) {
   });
 }
 
-TEST(EdgeView, ShowsAFlatPictureAsGrayAndAStepAsALine) {
-  for (const int level : AllBytes(Edges(Uniform(7, 5, 200)).View())) EXPECT_EQ(level, 100);
-  DisplayBitmap step(6, 3);
-  for (int y = 0; y < 3; ++y) std::fill_n(step.View().Row(y) + 3, 3, 255);
-  EXPECT_EQ(AllBytes(Edges(step).View()),                              // two columns of padding
-            (std::vector<int>{100, 100, 100, 100, 100, 100, 100, 100,  //
-                              100, 100, 255, 255, 100, 100, 100, 100,  //
-                              100, 100, 100, 100, 100, 100, 100, 100}));
-}
-
 TEST(RasterView, RepeatsTheRamp) {
   const DisplayBitmap source = Levels(8, 1, {0, 50, 51, 102, 103, 254, 255, 1});
   const std::vector<std::pair<int, std::vector<int>>> cases = {

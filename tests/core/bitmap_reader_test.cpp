@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 #include "core/working_files.h"
 #include "tests/support/app_dir_fixture.h"
@@ -12,7 +13,6 @@
 namespace corvane {
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -58,11 +58,12 @@ class BitmapReader : public AppDirFixture {
   }
 };
 
-TEST_F(BitmapReader, EveryFormatShowsUprightInGray) {
+TEST_F(BitmapReader, EveryFormatShowsUprightInGrayWithZeroPadding) {
+  std::vector<std::pair<int, int>> sizes = {{70, 3}, {1, 32767}, {32767, 7}};  // two rows of these at a time
+  for (int width = 1; width <= 9; ++width) sizes.emplace_back(width, 1 + width % 4);
   for (const int bits : {8, 24, 32})
     for (const bool topDown : {false, true})
-      for (const int width : {1, 2, 3, 4, 5, 6, 7, 8, 9, 70}) {
-        const int height = 1 + width % 4;
+      for (const auto& [width, height] : sizes) {
         BitmapSpec spec = Spec(bits, width, height);
         spec.topDown = topDown;
         Open(BitmapBytes(spec));
@@ -79,22 +80,6 @@ TEST_F(BitmapReader, EveryFormatShowsUprightInGray) {
       }
 }
 
-TEST_F(BitmapReader, ColourFilesLargerThanOneReadAreWhole) {
-  // Rows of this width are read two at a time, so one is left over.
-  for (const bool topDown : {false, true}) {
-    BitmapSpec spec = Spec(24, 32767, 7);
-    spec.topDown = topDown;
-    spec.pixel = [](int x, int y) {
-      const auto level = static_cast<std::uint8_t>(x * 3 + y * 5);
-      return Color{level, level, level};
-    };
-    Open(BitmapBytes(spec));
-    for (int y = 0; y < 7; ++y)
-      for (const int x : {0, 1, 32766})
-        EXPECT_EQ(cv.Display().At(x, 6 - y), static_cast<std::uint8_t>(x * 3 + y * 5)) << y;
-  }
-}
-
 TEST_F(BitmapReader, LeavesTheStoreAndTheSlotBitmapDescribingThePicture) {
   cv.ImageCount = 4;
   Open(BitmapBytes(Spec(24, 3, 2)));
@@ -105,15 +90,9 @@ TEST_F(BitmapReader, LeavesTheStoreAndTheSlotBitmapDescribingThePicture) {
        {std::pair(2, 1078 + 8), {10, 1078}, {14, 40}, {18, 3}, {22, 2}, {28, 8}, {34, 8}})
     EXPECT_EQ(FieldAt(file, static_cast<std::size_t>(offset)), static_cast<std::uint32_t>(value)) << offset;
   EXPECT_EQ(file.substr(1078), std::string(cv.DisplayBits.begin(), cv.DisplayBits.end()));
-  EXPECT_EQ(cv.ImageWidth, 3);
-  EXPECT_EQ(cv.ImageHeight, 2);
-  EXPECT_EQ(cv.RowStride, 4);
-  EXPECT_EQ(cv.BitmapDataSize, 8);
-  EXPECT_EQ(cv.BitmapFileSize, 1086);
-  EXPECT_EQ(cv.DataOffset, 1078);
-  EXPECT_EQ(cv.BitCount, 24);
-  EXPECT_EQ(cv.BytesPerPixel, 1);
-  EXPECT_EQ(cv.SlotBytesPerPixel[4], 1);
+  EXPECT_EQ(std::tuple(cv.ImageWidth, cv.ImageHeight, cv.RowStride, cv.BitmapDataSize, cv.BitmapFileSize,
+                       cv.DataOffset, cv.BitCount, cv.BytesPerPixel, cv.SlotBytesPerPixel[4]),
+            std::tuple(3, 2, 4, 8, 1086, 1078, 24, 1, 1));
   EXPECT_EQ(cv.OpenTitle, "picture.bmp");
 }
 
@@ -124,13 +103,6 @@ TEST_F(BitmapReader, EightBitBytesAreTakenAsTheyStand) {
   for (const std::size_t padding : {5u, 6u, 7u}) bytes[62 + padding] = static_cast<char>(170);
   Open(bytes);
   EXPECT_EQ(std::string(cv.DisplayBits.begin(), cv.DisplayBits.end()), bytes.substr(62));
-}
-
-TEST_F(BitmapReader, ColourPaddingBytesAreZero) {
-  WriteFile(AppFile("0temp.bmp"), std::string(5000, 'x'));
-  Open(BitmapBytes(Spec(32, 5, 4)));
-  for (int y = 0; y < 4; ++y)
-    for (int x = 5; x < 8; ++x) EXPECT_EQ(cv.DisplayBits[static_cast<std::size_t>(y * 8 + x)], 0);
 }
 
 TEST_F(BitmapReader, TheMeanIsRoundedForEverySumAndLength) {
@@ -145,10 +117,6 @@ TEST_F(BitmapReader, TheMeanIsRoundedForEverySumAndLength) {
     four.push_back(static_cast<unsigned char>(expected.size() * 37));  // ignored
     expected.push_back(static_cast<int>(std::nearbyint((blue + green + red) / 3.0)));
   };
-  add(10, 20, 31);
-  add(1, 1, 2);
-  add(0, 1, 2);
-  ASSERT_THAT(expected, ElementsAre(20, 1, 1));
   for (int sum = 0; sum <= 765; ++sum) {
     const int blue = std::min(sum, 255);
     const int green = std::min(sum - blue, 255);
@@ -198,23 +166,26 @@ TEST_F(BitmapReader, RowsAreCountedFromTheDataOffsetWhateverTheSizeFieldsSay) {
 
 TEST_F(BitmapReader, SaysWhatIsWrongWithAHeader) {
   const std::string sound = BitmapBytes(Spec(24, 4, 4));
-  const auto with = [&](std::size_t offset, std::uint32_t value, int size = 4) {
-    std::string bytes = sound;
-    SetField(bytes, offset, value, size);
-    return bytes;
+  const struct {
+    std::size_t offset;
+    int size;
+    std::vector<std::uint32_t> values;
+    const char* text;
+  } cases[] = {
+      {14, 4, {12, 108}, kUnsupported},
+      {30, 4, {1, 0x01000000}, kCompressed},
+      {28, 2, {0, 1, 4, 16, 25, 48, 0x1800}, kUnrecognized},
+      {18, 4, {32768, 0xFFFFFFFC}, "Image width exceeds bitmap limit."},
+      {22, 4, {32768, 0xFFFF8000, 0x80000000}, "Image height exceeds bitmap limit."},
   };
-  OpenRefused(with(14, 12), {kUnsupported});
-  OpenRefused(with(14, 108), {kUnsupported});
-  OpenRefused(with(30, 1), {kCompressed});
-  OpenRefused(with(30, 0x01000000), {kCompressed});
-  for (const std::uint32_t bits : {0u, 1u, 4u, 16u, 25u, 48u, 0x1800u})
-    OpenRefused(with(28, bits, 2), {kUnrecognized});
-  OpenRefused(with(18, 32768), {"Image width exceeds bitmap limit."});
-  OpenRefused(with(18, 0xFFFFFFFC), {"Image width exceeds bitmap limit."});
-  OpenRefused(with(22, 32768), {"Image height exceeds bitmap limit."});
-  OpenRefused(with(22, static_cast<std::uint32_t>(-32768)), {"Image height exceeds bitmap limit."});
-  OpenRefused(with(22, 0x80000000u), {"Image height exceeds bitmap limit."});
-  std::string several = with(14, 64);
+  for (const auto& [offset, size, values, text] : cases)
+    for (const std::uint32_t value : values) {
+      std::string bytes = sound;
+      SetField(bytes, offset, value, size);
+      OpenRefused(bytes, {text});
+    }
+  std::string several = sound;
+  SetField(several, 14, 64);
   SetField(several, 30, 2);
   OpenRefused(several, {kUnsupported, kCompressed});
 }
@@ -251,25 +222,6 @@ TEST_F(BitmapReader, ASmallFileOfTheOlderKindIsNamedAsSuch) {
   std::string bytes("BM\x2A\0\0\0\0\0\0\0\x1A\0\0\0\x0C\0\0\0\x02\0\x02\0\x01\0\x18\0", 26);
   OpenRefused(bytes + std::string(16, '\x40'), {kUnsupported});
   OpenRefused(bytes.substr(0, 25), {kDamaged});
-}
-
-TEST_F(BitmapReader, TakesTheLargestSizes) {
-  for (const auto& [width, height, topDown] :
-       {std::tuple(32767, 1, false), {1, 32767, false}, {2, 32767, true}, {32767, 3, true}})
-    for (const int bits : {8, 24, 32}) {
-      BitmapSpec spec = Spec(bits, width, height);
-      spec.pixel = [](int x, int y) {
-        const auto level = static_cast<std::uint8_t>(x * 3 + y * 5);
-        return Color{level, level, level};
-      };
-      spec.topDown = topDown;
-      Open(BitmapBytes(spec));
-      ASSERT_FALSE(cv.LoadFailed);
-      EXPECT_EQ(cv.ImageWidth, width);
-      EXPECT_EQ(cv.ImageHeight, height);
-      EXPECT_EQ(cv.Display().At(0, 0), static_cast<std::uint8_t>((height - 1) * 5));
-      EXPECT_EQ(cv.Display().At(width - 1, height - 1), static_cast<std::uint8_t>((width - 1) * 3));
-    }
 }
 
 TEST_F(BitmapReader, AFailedOpenKeepsThePictureBefore) {

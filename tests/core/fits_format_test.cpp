@@ -82,11 +82,38 @@ void ExpectDecoded(const FitsLayout& layout, const std::string& raw) {
   EXPECT_EQ(values[count], -7.5f) << "written past the last pixel";
 }
 
+// The decoded type and the scaling; the size does not matter to the decoder.
+FitsLayout LayoutFor(int type, double scale, double zero) {
+  FitsLayout layout;
+  layout.bytesPerPixel = type;
+  layout.scale = scale;
+  layout.zero = zero;
+  return layout;
+}
+
 std::string RandomBytes(std::size_t size, std::uint64_t seed) {
   Random random(seed);
   std::string bytes(size, '\0');
   for (char& byte : bytes) byte = static_cast<char>(random.Next() >> 13);
   return bytes;
+}
+
+std::string EveryWord() {
+  std::string raw;
+  for (int word = 0; word < 65536; ++word) raw += {static_cast<char>(word >> 8), static_cast<char>(word)};
+  return raw;
+}
+
+// Every exponent with the mantissas whose cut-off matters, both signs.
+std::string EveryExponent() {
+  std::string raw;
+  for (std::uint32_t high = 0; high < 512; ++high) {
+    for (const std::uint32_t mantissa : {0u, 1u, 0x7Fu, 0x80u, 0x7FFF80u, 0x7FFFFFu, 0x400000u, 0x2AAAAAu}) {
+      const std::uint32_t bits = high << 23 | mantissa;
+      for (int shift = 24; shift >= 0; shift -= 8) raw += static_cast<char>(bits >> shift);
+    }
+  }
+  return raw;
 }
 
 struct Scaling {
@@ -109,52 +136,17 @@ constexpr Scaling kScalings[] = {{1, 0},
                                  {1, 0.5}};
 
 TEST(DecodePixels, EqualsTheDefinitionForEveryTypeCountAndScaling) {
-  OnEveryInstructionSet([] {
-    for (const int type : {1, 2, 4, -4}) {
-      for (const Scaling& scaling : kScalings) {
-        FitsLayout layout;
-        layout.bytesPerPixel = type;
-        layout.scale = scaling.scale;
-        layout.zero = scaling.zero;
+  const std::string words = EveryWord();
+  const std::string floats = EveryExponent();
+  OnEveryInstructionSet([&] {
+    for (const auto& [scale, zero] : kScalings) {
+      ExpectDecoded(LayoutFor(2, scale, zero), words);
+      ExpectDecoded(LayoutFor(-4, scale, zero), floats);
+      for (const int type : {1, 2, 4, -4}) {
         const std::size_t size = static_cast<std::size_t>(std::abs(type));
-        for (std::size_t count = 0; count <= 131; count += count < 70 ? 1 : 13) {
-          ExpectDecoded(layout, RandomBytes(count * size, 100 + count));
-        }
+        for (std::size_t count = 0; count <= 131; count += count < 70 ? 1 : 13)
+          ExpectDecoded(LayoutFor(type, scale, zero), RandomBytes(count * size, 100 + count));
       }
-    }
-  });
-}
-
-TEST(DecodePixels, EqualsTheDefinitionForEveryWord) {
-  std::string raw;
-  for (int word = 0; word < 65536; ++word) raw += {static_cast<char>(word >> 8), static_cast<char>(word)};
-  OnEveryInstructionSet([&] {
-    for (const Scaling& scaling : kScalings) {
-      FitsLayout layout;
-      layout.bytesPerPixel = 2;
-      layout.scale = scaling.scale;
-      layout.zero = scaling.zero;
-      ExpectDecoded(layout, raw);
-    }
-  });
-}
-
-// Every exponent with the mantissas whose cut-off matters, both signs.
-TEST(DecodePixels, EqualsTheDefinitionForEveryExponent) {
-  std::string raw;
-  for (std::uint32_t high = 0; high < 512; ++high) {
-    for (const std::uint32_t mantissa : {0u, 1u, 0x7Fu, 0x80u, 0x7FFF80u, 0x7FFFFFu, 0x400000u, 0x2AAAAAu}) {
-      const std::uint32_t bits = high << 23 | mantissa;
-      for (int shift = 24; shift >= 0; shift -= 8) raw += static_cast<char>(bits >> shift);
-    }
-  }
-  OnEveryInstructionSet([&] {
-    for (const Scaling& scaling : kScalings) {
-      FitsLayout layout;
-      layout.bytesPerPixel = -4;
-      layout.scale = scaling.scale;
-      layout.zero = scaling.zero;
-      ExpectDecoded(layout, raw);
     }
   });
 }
@@ -167,32 +159,23 @@ TEST(DecodePixels, GivesTheKnownValues) {
     float value;
   } cases[] = {
       {2, 1, 32768, {0x80, 0x00}, 0.0f},
-      {2, 1, 32768, {0x7F, 0xFF}, 65535.0f},
       {2, 1, 0, {0xFF, 0xFF}, 65535.0f},
-      {2, 2, 0, {0x80, 0x00}, 0.0f},
       {4, 1, 0, {0xFF, 0xFF, 0xFF, 0xFF}, -1.0f},
       {4, 1, 0, {0x7F, 0xFF, 0xFF, 0xFF}, 2147483648.0f},
-      {4, 1, 0, {0x80, 0x00, 0x00, 0x00}, -2147483648.0f},
       {4, 1, 2147483648.0, {0x00, 0x00, 0x00, 0x00}, -2147483648.0f},
       {-4, 1, 0, {0x3F, 0x80, 0x00, 0x00}, 1.0f},
       {-4, 1, 0, {0x00, 0x00, 0x00, 0x00}, 0x1p-127f},
-      {-4, 1, 0, {0x80, 0x00, 0x00, 0x00}, -0x1p-127f},
       {-4, 1, 0, {0x3F, 0x80, 0x00, 0x7F}, 1.0f},
       {-4, 1, 0, {0x7F, 0x80, 0x00, 0x00}, NAN},
       {-4, 0, 1, {0x7F, 0xC0, 0x00, 0x00}, NAN},
       {-4, 1e30f, 0, {0x7F, 0x00, 0x00, 0x00}, NAN},
-      {1, 2, 0, {0xFF}, 510.0f},
       // The last values that stay.
       {4, -1, 2147483648.0, {0x00, 0x00, 0x00, 0x01}, 2147483648.0f},
       {1, 0x1.fffffep127, 0, {0x01}, 0x1.fffffep127f},
   };
   for (const auto& c : cases) {
-    FitsLayout layout;
-    layout.bytesPerPixel = c.type;
-    layout.scale = c.scale;
-    layout.zero = c.zero;
     float value = 0;
-    DecodePixels(layout, c.raw.data(), &value, 1);
+    DecodePixels(LayoutFor(c.type, c.scale, c.zero), c.raw.data(), &value, 1);
     EXPECT_EQ(Bits(value), Bits(c.value)) << value << " instead of " << c.value;
   }
 }
@@ -205,13 +188,6 @@ TEST(SplitCards, EndsAtTheKeywordEndAlone) {
   EXPECT_TRUE(SplitCards(filler + filler).empty());
   EXPECT_TRUE(SplitCards("").empty());
   EXPECT_TRUE(SplitCards(filler + end.substr(0, 79)).empty()) << "a cut card is no card";
-}
-
-TEST(SplitCards, LooksForEndInAThousandCards) {
-  std::string cards;
-  for (int i = 0; i < 999; ++i) cards += RawCard("HISTORY");
-  EXPECT_EQ(SplitCards(cards + RawCard("END")).size(), 1000u);
-  EXPECT_TRUE(SplitCards(cards + RawCard("HISTORY") + RawCard("END")).empty());
 }
 
 TEST(ReadLayout, FindsSizeTypeAndScaling) {
@@ -231,14 +207,6 @@ TEST(ReadLayout, FindsSizeTypeAndScaling) {
   EXPECT_EQ(plain.zero, 0.0);
 }
 
-TEST(ReadLayout, StartsTheDataAtTheNextBlock) {
-  for (const auto& [total, start] : {std::pair{6, 2880}, {36, 2880}, {37, 5760}, {72, 5760}, {73, 8640}}) {
-    Cards cards = ImageCards(8, 1, 1);
-    while (static_cast<int>(cards.size()) < total - 1) cards.push_back(RawCard("COMMENT"));
-    EXPECT_EQ(LayoutOf(cards).start, start) << total << " cards";
-  }
-}
-
 TEST(ReadLayout, IgnoresScalingAmongTheFirstFiveCards) {
   const Cards cards{Card("SIMPLE", "T"), Card("BSCALE", "3"), Card("BZERO", "9"), Card("BITPIX", 16),
                     Card("NAXIS", 2),    Card("NAXIS1", 4),   Card("NAXIS2", 4)};
@@ -251,18 +219,13 @@ TEST(ReadLayout, IgnoresScalingAmongTheFirstFiveCards) {
   EXPECT_EQ(LayoutOf(later).scale, 3.0);
 }
 
-TEST(ReadLayout, TakesCardValuesAsSinglePrecision) {
-  const FitsLayout layout = LayoutOf(ImageCards(16, 1, 1, {Card("BSCALE", "0.1"), Card("BZERO", "1500.1")}));
-  EXPECT_EQ(layout.scale, 0.1f);
-  EXPECT_EQ(layout.zero, 1500.1f);
-}
-
 TEST(ReadLayout, ReadsNumbersHoweverTheyAreWritten) {
   const std::pair<const char*, double> cards[] = {
       {"BSCALE  =2", 2},
       {"BSCALE  = +2.5E-1/comment", 0.25},
       {"BSCALE  = 4.D-1 / comment", 0.4f},
       {"BSCALE = 7 = 8", 7},
+      {"BSCALE = 0.1 / in single precision", 0.1f},
       {"BSCALE  =                    3 comment 9", 3},
       {"BSCALE  =                   12no blank before the comment", 12},
       {"BSCALE  =  1.25000000000000000000E+02 / longer than its columns", 125},
@@ -291,21 +254,41 @@ TEST(ReadLayout, RefusesAValueThatIsNoNumber) {
   }
 }
 
-TEST(ReadLayout, RefusesTypesItDoesNotKnow) {
-  EXPECT_EQ(RefusalOf(ImageCards(-64, 3, 3)),
-            (Refusal{"PROGRAM LIMIT", "Case of 'BITPIX= -64' is not implemented! Display cancelled."}));
-  for (const char* value : {"64", "0", "-16", "16.5", "24"}) {
-    EXPECT_EQ(RefusalOf(With(ImageCards(8, 3, 3), 1, Card("BITPIX", value))),
-              (Refusal{"FILE ERROR", "Unrecognized case of bits per pixel. Display cancelled."}));
+TEST(ReadLayout, RefusesOneSenselessCardAmongGoodOnes) {
+  const Cards good = ImageCards(16, 3, 3);
+  const Refusal unknownType{"FILE ERROR", "Unrecognized case of bits per pixel. Display cancelled."};
+  const struct {
+    std::size_t index;
+    const char* keyword;  // "" takes the card away
+    std::vector<const char*> values;
+    Refusal refusal;
+  } cases[] = {
+      {1, "BITPIX", {"64", "0", "-16", "16.5", "24"}, unknownType},
+      {1,
+       "BITPIX",
+       {"-64"},
+       {"PROGRAM LIMIT", "Case of 'BITPIX= -64' is not implemented! Display cancelled."}},
+      {1, "", {""}, Refusal{}},  // silent
+      {3, "", {""}, Fault("The header has no NAXIS1 card.")},
+      {4, "", {""}, Fault("The header has no NAXIS2 card.")},
+      {2, "NAXIS", {"0", "1", "-2"}, Fault("The value of the NAXIS card is below 2.")},
+      {3,
+       "NAXIS1",
+       {"0", "-5", "2.5", "1e-30"},
+       Fault("The value of the NAXIS1 card is not a whole number of at least 1.")},
+      {4, "NAXIS2", {"0"}, Fault("The value of the NAXIS2 card is not a whole number of at least 1.")},
+      {3,
+       "NAXIS1",
+       {"16777217", "4294967297", "1e30"},
+       Fault("The value of the NAXIS1 card is too large for a picture.")},
+  };
+  EXPECT_EQ(RefusalOf(Cards(good.begin(), good.begin() + 2)), Fault("The header has no NAXIS card."));
+  for (const auto& [index, keyword, values, refusal] : cases) {
+    for (const char* value : values) {
+      SCOPED_TRACE(good[index] + " as " + value);
+      EXPECT_EQ(RefusalOf(With(good, index, *keyword ? Card(keyword, value) : RawCard("COMMENT"))), refusal);
+    }
   }
-}
-
-TEST(ReadLayout, IsSilentWithoutBitpixOnceTheAxesPass) {
-  const Cards cards = With(ImageCards(8, 3, 3), 1, RawCard("COMMENT"));
-  EXPECT_EQ(RefusalOf(cards), Refusal{});
-  Cards cube = With(cards, 2, Card("NAXIS", 3));
-  cube.push_back(Card("NAXIS3", 3));
-  EXPECT_EQ(RefusalOf(cube).title, "AXES LIMIT");
 }
 
 TEST(ReadLayout, TakesAPlaneOfACubeWithOnePlaneOnly) {
@@ -314,50 +297,22 @@ TEST(ReadLayout, TakesAPlaneOfACubeWithOnePlaneOnly) {
   cards.push_back(Card("NAXIS3", 1));
   EXPECT_EQ(LayoutOf(cards).height, 3);
   cards.back() = Card("NAXIS3", 3);
-  EXPECT_EQ(RefusalOf(cards),
-            (Refusal{"AXES LIMIT", "This image has more than 2 axes and cannot be displayed."}));
+  const Refusal tooMany{"AXES LIMIT", "This image has more than 2 axes and cannot be displayed."};
+  EXPECT_EQ(RefusalOf(cards), tooMany);
+  EXPECT_EQ(RefusalOf(With(cards, 1, RawCard("COMMENT"))), tooMany) << "before the missing BITPIX";
   cards.back() = Card("NAXIS3", "many");
   EXPECT_EQ(RefusalOf(cards), Fault("The value of the NAXIS3 card is not a number."));
-  EXPECT_EQ(LayoutOf(With(cards, 2, Card("NAXIS", "2.5"))).width, 3) << "rounds to 2 axes";
+  for (const char* two : {"2.5", "1.5000001E0"})
+    EXPECT_EQ(LayoutOf(With(cards, 2, Card("NAXIS", two))).width, 3) << two << " rounds to 2 axes";
 }
 
-TEST(ReadLayout, RefusesMissingOrSenselessSizes) {
-  const Cards good = ImageCards(16, 3, 3);
-  EXPECT_EQ(RefusalOf(With(good, 3, RawCard("COMMENT"))), Fault("The header has no NAXIS1 card."));
-  EXPECT_EQ(RefusalOf(With(good, 4, RawCard("COMMENT"))), Fault("The header has no NAXIS2 card."));
-  EXPECT_EQ(RefusalOf(Cards(good.begin(), good.begin() + 2)), Fault("The header has no NAXIS card."));
-  for (const char* axes : {"0", "1", "-2", "1.5000001E0"}) {
-    const Cards cards = With(good, 2, Card("NAXIS", axes));
-    if (std::string(axes).starts_with("1.5")) {
-      EXPECT_EQ(LayoutOf(cards).width, 3);
-    } else {
-      EXPECT_EQ(RefusalOf(cards), Fault("The value of the NAXIS card is below 2."));
-    }
-  }
-  for (const char* side : {"0", "-5", "2.5", "1e-30"}) {
-    EXPECT_EQ(RefusalOf(With(good, 3, Card("NAXIS1", side))),
-              Fault("The value of the NAXIS1 card is not a whole number of at least 1."));
-    EXPECT_EQ(RefusalOf(With(good, 4, Card("NAXIS2", side))),
-              Fault("The value of the NAXIS2 card is not a whole number of at least 1."));
-  }
-}
-
+// Rows are padded: 65533 pixels take 65536 bytes.
 TEST(ReadLayout, RefusesPicturesThatNoBitmapFileHolds) {
-  for (const char* side : {"16777217", "4294967297", "1e30"}) {
-    EXPECT_EQ(RefusalOf(With(ImageCards(8, 1, 1), 3, Card("NAXIS1", side))),
-              Fault("The value of the NAXIS1 card is too large for a picture."));
-  }
-  EXPECT_EQ(RefusalOf(ImageCards(8, 16777216, 128)), Fault("The picture is too large for a bitmap file."));
+  const Refusal tooLarge = Fault("The picture is too large for a bitmap file.");
+  EXPECT_EQ(RefusalOf(ImageCards(8, 16777216, 128)), tooLarge);
+  EXPECT_EQ(RefusalOf(ImageCards(8, 65533, 32768)), tooLarge);
   EXPECT_EQ(LayoutOf(ImageCards(8, 16777216, 127)).width, 16777216);
-  // Rows are padded: 65533 pixels take 65536 bytes.
-  EXPECT_EQ(RefusalOf(ImageCards(8, 65533, 32768)), Fault("The picture is too large for a bitmap file."));
   EXPECT_EQ(LayoutOf(ImageCards(8, 65532, 32768)).height, 32768);
-}
-
-TEST(BlockPadding, FillsWholeBlocks) {
-  for (const auto& [size, padding] : {std::pair{0, 0}, {1, 2879}, {2879, 1}, {2880, 0}, {2881, 2879}}) {
-    EXPECT_EQ(BlockPadding(size), padding);
-  }
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "core/working_files.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_makers.h"
@@ -25,15 +27,7 @@ class Opening : public AppDirFixture {
     return MakeUserFile(name, FitsImage(16, 2, 1, {static_cast<double>(value), 0}));
   }
   std::filesystem::path MakeBitmap(const std::string& name, int level) {
-    const auto gray = static_cast<std::uint8_t>(level);
-    return MakeUserFile(name, BitmapBytes({.bits = 8,
-                                           .width = 2,
-                                           .height = 1,
-                                           .pixel =
-                                               [gray](int, int) {
-                                                 return Color{gray, gray, gray};
-                                               },
-                                           .palette = {}}));
+    return MakeUserFile(name, GrayBitmap(8, 2, 1, [level](int, int) { return level; }));
   }
   std::optional<int> Open(const std::filesystem::path& path) { return OpenImageFile(cv, os, path); }
   void OpenThree() {
@@ -43,17 +37,6 @@ class Opening : public AppDirFixture {
     ASSERT_EQ(cv.ImageCount, 3);
   }
   int FirstLevel(int slot) { return static_cast<unsigned char>(ReadFile(cv.SlotBitmap(slot))[1078]); }
-  // What lasts of the store, as text.
-  std::string Slots() {
-    std::string text;
-    for (int slot = 0; slot < kSlots; ++slot) {
-      text += cv.SlotName[slot] + '|' + std::to_string(cv.SlotBytesPerPixel[slot]) + '|' +
-              cv.SlotFileSize[slot] + '|' + HeaderText(cv, slot) + '|' +
-              std::to_string(cv.SlotData[slot].Count()) + '\n';
-    }
-    for (const std::string& name : WorkingFiles()) text += name + ReadFile(AppFile(name)) + '\n';
-    return text + std::to_string(cv.ImageCount);
-  }
 };
 
 TEST_F(Opening, AsksAsTheViewerDoes) {
@@ -68,37 +51,30 @@ TEST_F(Opening, AsksAsTheViewerDoes) {
 
 TEST_F(Opening, FillsTheNextSlot) {
   std::filesystem::create_directory(UserFile("night"));
-  const auto path = MakeFits("night/a.fits", 200);
-  os.ChooseToOpen(path);
+  os.ChooseToOpen(MakeFits("night/a.fits", 200));
   EXPECT_EQ(OpenImage(cv, os, OpenRequest(cv, "File to View")), 0);
   EXPECT_EQ(Open(MakeBitmap("b.bmp", 77)), 1);
   EXPECT_EQ(cv.ImageCount, 2);
   EXPECT_EQ(cv.CurrentSlot, 1);
   EXPECT_EQ(cv.OpenTitle, "b.bmp");
   EXPECT_EQ(cv.DefaultDir, UserFile("").parent_path());
-  EXPECT_EQ(cv.SlotName[0], "a.fits");
-  EXPECT_EQ(cv.SlotBytesPerPixel[0], 2);
-  EXPECT_EQ(cv.SlotFileSize[0], "5760");
-  EXPECT_EQ(cv.SlotHeader[0].size(), 6u);
-  EXPECT_EQ(Values(cv.SlotData[0].View()), (std::vector<float>{200, 0}));
-  EXPECT_EQ(FirstLevel(0), 200);
-  EXPECT_EQ(cv.SlotName[1], "b.bmp");
-  EXPECT_EQ(cv.SlotBytesPerPixel[1], 1);
-  EXPECT_EQ(cv.SlotFileSize[1], "0");
-  EXPECT_TRUE(cv.SlotHeader[1].empty());
-  EXPECT_TRUE(cv.SlotData[1].Empty());
-  EXPECT_EQ(FirstLevel(1), 77);
+  const auto slot = [this](int i) {
+    return std::tuple(cv.SlotName[i], cv.SlotBytesPerPixel[i], cv.SlotFileSize[i], cv.SlotHeader[i].size(),
+                      Values(cv.SlotData[i].View()), FirstLevel(i));
+  };
+  EXPECT_EQ(slot(0), std::tuple("a.fits", 2, "5760", 6u, std::vector<float>{200, 0}, 200));
+  EXPECT_EQ(slot(1), std::tuple("b.bmp", 1, "0", 0u, std::vector<float>{}, 77));
   EXPECT_FALSE(os.busy);
 }
 
 TEST_F(Opening, RefusesTheEleventhBeforeAnyDialog) {
   for (int i = 0; i < kSlots; ++i) Open(MakeBitmap("b.bmp", i));
-  const std::string before = Slots();
+  const std::string before = LastingState();
   for (int way = 0; way < 2; ++way) {
     os.Expect("FILE LIMIT", "Only 10 files may be open at once.");
     EXPECT_EQ(way == 0 ? OpenImage(cv, os, OpenRequest(cv, "")) : Open(MakeBitmap("b.bmp", 5)), std::nullopt);
   }
-  EXPECT_EQ(Slots(), before);
+  EXPECT_EQ(LastingState(), before);
 }
 
 TEST_F(Opening, CancelIsSilentAndADialogThatFailedIsReported) {
@@ -112,7 +88,7 @@ TEST_F(Opening, CancelIsSilentAndADialogThatFailedIsReported) {
 
 TEST_F(Opening, ARefusedFileLeavesTheSlotsAsTheyWere) {
   OpenThree();
-  const std::string before = Slots();
+  const std::string before = LastingState();
   struct Case {
     const char* name;
     std::string bytes, title;
@@ -136,51 +112,40 @@ TEST_F(Opening, ARefusedFileLeavesTheSlotsAsTheyWere) {
     }
     EXPECT_EQ(Open(MakeUserFile(c.name, c.bytes)), std::nullopt);
     os.VerifyScript();
-    EXPECT_EQ(Slots(), before);
+    EXPECT_EQ(LastingState(), before);
     EXPECT_FALSE(os.busy);
   }
 }
 
 TEST_F(Opening, AMissingTemplateLeavesNoSlotAndNoHalfAFile) {
   OpenThree();
-  const std::string before = Slots();
+  const std::string before = LastingState();
   std::filesystem::remove(AppFile(kGrayTemplate));
   for (const auto& path : {MakeFits("d.fts", 9), MakeBitmap("d.bmp", 9)}) {
     os.Expect("FILE OPEN ERROR", testing::HasSubstr(kGrayTemplate));
     EXPECT_EQ(Open(path), std::nullopt);
-    EXPECT_EQ(Slots(), before);
+    EXPECT_EQ(LastingState(), before);
   }
 }
 
 TEST_F(Opening, ClosingMovesTheLaterSlotsDown) {
+  cv.SlotFileSize.fill("0");  // as the start of the program leaves them
+  Open(MakeBitmap("b.bmp", 102));
+  Open(MakeFits("c.fit", 103));
+  const std::string withoutTheFirst = LastingState();
+  CloseImage(cv);
+  CloseImage(cv);
+  EXPECT_EQ(WorkingFiles(), std::vector<std::string>{});
+  const std::string empty = LastingState();
+
   OpenThree();
   cv.CurrentSlot = 0;
   CloseImage(cv);
-  EXPECT_EQ(cv.ImageCount, 2);
+  EXPECT_EQ(LastingState(), withoutTheFirst);
   EXPECT_EQ(cv.CurrentSlot, 1);
   EXPECT_EQ(cv.CurrentName, "c.fit");
-  EXPECT_EQ(cv.SlotName[0], "b.bmp");
-  EXPECT_EQ(cv.SlotBytesPerPixel[0], 1);
-  EXPECT_TRUE(cv.SlotHeader[0].empty());
-  EXPECT_TRUE(cv.SlotData[0].Empty());
-  EXPECT_EQ(cv.SlotName[1], "c.fit");
-  EXPECT_EQ(cv.SlotFileSize[1], "5760");
-  EXPECT_EQ(cv.SlotData[1].View().At(0, 0), 103);
-  EXPECT_EQ(FirstLevel(0), 102);
-  EXPECT_EQ(FirstLevel(1), 103);
-  EXPECT_EQ(WorkingFiles(), (std::vector<std::string>{"0temp.bmp", "1temp.bmp"}));
-  EXPECT_EQ(cv.SlotName[2], "");
-  EXPECT_EQ(cv.SlotBytesPerPixel[2], 0);
-  EXPECT_EQ(cv.SlotFileSize[2], "0");
-  EXPECT_TRUE(cv.SlotHeader[2].empty());
-  EXPECT_TRUE(cv.SlotData[2].Empty());
-
-  CloseImage(cv);
-  CloseImage(cv);
-  EXPECT_EQ(cv.ImageCount, 0);
-  EXPECT_EQ(WorkingFiles(), std::vector<std::string>{});
-  CloseImage(cv);
-  EXPECT_EQ(cv.ImageCount, 0);
+  for (int times = 0; times < 3; ++times) CloseImage(cv);
+  EXPECT_EQ(LastingState(), empty);
 }
 
 TEST_F(Opening, ClosingNeverShowsOnePictureUnderAnotherName) {
@@ -194,14 +159,14 @@ TEST_F(Opening, ClosingNeverShowsOnePictureUnderAnotherName) {
 
 TEST_F(Opening, SlotsOutsideTheStoreDoNothing) {
   Open(MakeFits("a.fts", 7));
-  const std::string before = Slots();
+  const std::string before = LastingState();
   for (const int slot : {-1, kSlots}) {
     StoreSlot(cv, slot);
     EXPECT_EQ(HeaderText(cv, slot), "");
     cv.CurrentSlot = slot;
     LoadSlotData(cv);
   }
-  EXPECT_EQ(Slots(), before);
+  EXPECT_EQ(LastingState(), before);
 }
 
 TEST_F(Opening, SlotDataAreSharedUntilTheWorkingCopyIsEdited) {

@@ -10,7 +10,7 @@ namespace {
 class SlotPicture : public AppDirFixture {
  protected:
   std::string OpenAndTake(const std::string& name, std::string_view bytes) {
-    OpenImageFile(cv, os, MakeUserFile(name, bytes));
+    OpenUserImage(name, bytes);
     return ReadFile(AppFile("0temp.bmp"));
   }
 };

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "tests/support/app_dir_fixture.h"
 
 namespace corvane {
@@ -13,20 +15,12 @@ TEST_F(StartingUp, WithoutSettingsEverythingHasItsDefault) {
   cv.ImageCount = 3;
   cv.OriginalFiles = "left over";
   StartUp(cv, os);
-  EXPECT_EQ(cv.ImageCount, 0);
-  EXPECT_EQ(cv.OriginalFiles, "");
-  EXPECT_EQ(cv.SlotFileSize[9], "0");
-  EXPECT_EQ(cv.MagMode, 1);
-  EXPECT_EQ(cv.RasterCycles, 5);
-  EXPECT_EQ(cv.FileTypeSetting, 2);
-  EXPECT_EQ(cv.PColorSetting, 0);
-  EXPECT_EQ(cv.DefaultDir, os.documentsDir);
-  EXPECT_EQ(cv.SaveDir, os.documentsDir);
-  EXPECT_EQ(cv.AutoRadius, 5);
-  EXPECT_EQ(cv.AutoThreshold, 10);
-  EXPECT_EQ(cv.DeconvRadius, 3.0f);
-  EXPECT_TRUE(cv.DeconvStandard);
-  EXPECT_TRUE(cv.KeepTempFiles);
+  EXPECT_EQ(std::tuple(cv.ImageCount, cv.OriginalFiles, cv.SlotFileSize[9]), std::tuple(0, "", "0"));
+  EXPECT_EQ(std::tuple(cv.MagMode, cv.RasterCycles, cv.FileTypeSetting, cv.PColorSetting),
+            std::tuple(1, 5, 2, 0));
+  EXPECT_EQ(std::tuple(cv.DefaultDir, cv.SaveDir), std::tuple(os.documentsDir, os.documentsDir));
+  EXPECT_EQ(std::tuple(cv.AutoRadius, cv.AutoThreshold, cv.DeconvRadius, cv.DeconvStandard, cv.KeepTempFiles),
+            std::tuple(5, 10, 3.0f, true, true));
   EXPECT_EQ(cv.AppDir, folder.Path() / "app");
 }
 
@@ -67,40 +61,22 @@ TEST_F(StartingUp, DirectoriesThatAreGoneFallBackToTheDocuments) {
   }
 }
 
-TEST_F(StartingUp, RemovesWhatAnEarlierRunLeftAndNothingElse) {
-  for (const char* name : {"0temp.bmp", "7temp.bmp", "9hold.bmp", "temp.bmp", "dummy.bmp", "hist1.bmp",
-                           "hist2.bmp", "10temp.bmp", "mytemp.bmp"})
-    WriteFile(AppFile(name), "x");
-  WriteFile(UserFile("precious"), "x");
-  std::filesystem::create_symlink(UserFile("precious"), AppFile("3temp.bmp"));
-  std::filesystem::create_directory(AppFile("4temp.bmp"));
-  StartUp(cv, os);
-  EXPECT_EQ(WorkingFiles(), (std::vector<std::string>{"10temp.bmp", "4temp.bmp", "mytemp.bmp"}));
-  EXPECT_EQ(ReadFile(UserFile("precious")), "x");
-}
-
-TEST_F(StartingUp, SettingsSurviveARestart) {
-  StartUp(cv, os);
-  cv.MagMode = 0;
-  cv.RasterCycles = 77;
-  cv.FileTypeSetting = 1;
-  cv.PColorSetting = 2;
-  cv.DefaultDir = cv.AppDir;
-  cv.SaveDir = folder.Path();
-  StartUp(cv, os);  // nothing was saved
-  EXPECT_EQ(cv.RasterCycles, 5);
-
-  cv.RasterCycles = 77;
-  cv.FileTypeSetting = 1;
-  SavePreferences(cv, os);
-  EXPECT_EQ(os.settings.count("SaveDir"), 0u);
-  cv.DefaultDir = cv.AppDir;
-  SaveDirectories(cv, os);
-  StartUp(cv, os);
-  EXPECT_EQ(cv.RasterCycles, 77);
-  EXPECT_EQ(cv.FileTypeSetting, 1);
-  EXPECT_EQ(cv.DefaultDir, cv.AppDir);
-  EXPECT_EQ(cv.SaveDir, os.documentsDir);
+TEST_F(StartingUp, SettingsSurviveARestartOnceTheyAreSaved) {
+  for (const bool saved : {false, true}) {
+    StartUp(cv, os);
+    cv.RasterCycles = 77;
+    cv.FileTypeSetting = 1;
+    cv.DefaultDir = cv.AppDir;
+    if (saved) {
+      SavePreferences(cv, os);
+      EXPECT_EQ(os.settings.count("SaveDir"), 0u);
+      SaveDirectories(cv, os);
+    }
+    StartUp(cv, os);
+    EXPECT_EQ(std::tuple(cv.RasterCycles, cv.FileTypeSetting, cv.DefaultDir, cv.SaveDir),
+              saved ? std::tuple(77, 1, cv.AppDir, os.documentsDir)
+                    : std::tuple(5, 2, os.documentsDir, os.documentsDir));
+  }
 }
 
 }  // namespace

@@ -72,15 +72,6 @@ TEST_F(WorkingFilesTest, CopiesReplaceTheWholeTarget) {
   EXPECT_EQ(ReadFile(path), content);
 }
 
-TEST_F(WorkingFilesTest, RenamesReplaceTheTarget) {
-  WriteFile(AppFile("1temp.bmp"), "one");
-  WriteFile(AppFile("0temp.bmp"), "zero");
-  EXPECT_TRUE(QuietRename(AppFile("1temp.bmp"), AppFile("0temp.bmp")));
-  EXPECT_EQ(ReadFile(AppFile("0temp.bmp")), "one");
-  EXPECT_FALSE(QuietRename(AppFile("1temp.bmp"), AppFile("0temp.bmp")));
-  EXPECT_THAT(WorkingFiles(), ElementsAre("0temp.bmp"));
-}
-
 TEST_F(WorkingFilesTest, EachCleanUpTakesItsOwnNames) {
   const auto fill = [this] {
     for (const char* name : {"0temp.bmp", "7temp.bmp", "9hold.bmp", "10temp.bmp", "temp.bmp", "dummy.bmp",

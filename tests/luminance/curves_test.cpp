@@ -57,14 +57,6 @@ TEST(EveryCurve, IsBlackAtTheLowClipAndWhiteAboveTheHighOne) {
   }
 }
 
-TEST(Curves, AreListedInOrder) {
-  const char* captions[] = {"Linear Scale",          "Logarithmic Scale",      "Scale Exponent = 0.33",
-                            "Scale Exponent = 0.50", "Scale Exponent = 2.00",  "Scale Exponent = 3.00",
-                            "Select Exponent...",    "Brightness and Contrast"};
-  ASSERT_EQ(Curves().size(), std::size(captions));
-  for (std::size_t i = 0; i < std::size(captions); ++i) EXPECT_EQ(Curves()[i].caption, captions[i]);
-}
-
 TEST(ScaleMap, DrawsEachCurve) {
   EXPECT_EQ(ScaleMap({0, 10, 200}), (std::vector<Stroke>{{10, 0, 200, 255, kWhite}}));
   EXPECT_EQ(ScaleMap({7, 10, 200}),
@@ -154,25 +146,6 @@ TEST(EveryCurve, OnPhysicalValuesEqualsTheDefinition) {
       }
     }
   });
-}
-
-TEST(ScaleData, GivesTheWorkedValues) {
-  FloatImage kept = Floats(5, 1, {-3, 0, 123.5f, 1000, 1400});
-  ScaleData({0, 0, 255}, 0, 1000, kept.Edit());
-  EXPECT_EQ(Values(kept.View()), (std::vector<float>{0, 0, 123.5f, 1000, 1000}));
-
-  FloatImage stretched = Floats(4, 1, {0, 10, 50, 100});
-  ScaleData({0, 0, 255}, 0, 100, stretched.Edit());
-  EXPECT_EQ(Values(stretched.View()), (std::vector<float>{0, 25.5f, 127.5f, 255}));
-
-  FloatImage flat = Floats(2, 1, {7, 7});
-  ScaleData({4, 0, 255}, 7, 7, flat.Edit());
-  EXPECT_EQ(Values(flat.View()), (std::vector<float>{0, 0}));
-
-  FloatImage steep = Floats(2, 1, {16383.5f, 32767});  // 32767^10 is beyond 32 bits
-  ScaleData({6, 0, 255, 10}, 0, 32767, steep.Edit());
-  EXPECT_FLOAT_EQ(steep.View().values[0], 32767.0f / 1024);
-  EXPECT_FLOAT_EQ(steep.View().values[1], 32767.0f);
 }
 
 // Arguments whose results are known to the last bit without any library.

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "core/open_image.h"
 #include "core/working_files.h"
+#include "tests/support/images.h"
 
 namespace corvane {
 
@@ -30,6 +32,12 @@ std::filesystem::path AppDirFixture::MakeUserFile(const std::string& name, std::
   return UserFile(name);
 }
 
+int AppDirFixture::OpenUserImage(const std::string& name, std::string_view bytes) {
+  const std::optional<int> slot = OpenImageFile(cv, os, MakeUserFile(name, bytes));
+  EXPECT_TRUE(slot) << name;
+  return slot.value_or(0);
+}
+
 std::vector<std::string> AppDirFixture::WorkingFiles() const {
   const std::vector<std::string> shipped = ShippedFiles();
   std::vector<std::string> names;
@@ -39,6 +47,16 @@ std::vector<std::string> AppDirFixture::WorkingFiles() const {
   }
   std::sort(names.begin(), names.end());
   return names;
+}
+
+std::string AppDirFixture::LastingState() const {
+  std::string text = std::to_string(cv.ImageCount);
+  for (int slot = 0; slot < kSlots; ++slot) {
+    text += '|' + cv.SlotName[slot] + std::to_string(cv.SlotBytesPerPixel[slot]) + cv.SlotFileSize[slot] +
+            HeaderText(cv, slot) + testing::PrintToString(Values(cv.SlotData[slot].View()));
+  }
+  for (const std::string& name : WorkingFiles()) text += name + ReadFile(AppFile(name));
+  return text;
 }
 
 }  // namespace corvane

@@ -21,9 +21,13 @@ class AppDirFixture : public testing::Test {
   std::filesystem::path UserFile(const std::string& name) const { return cv.DefaultDir / name; }
   // Writes a file there.
   std::filesystem::path MakeUserFile(const std::string& name, std::string_view bytes) const;
+  // Opens an image from there; the slot it fills.
+  int OpenUserImage(const std::string& name, std::string_view bytes);
   std::filesystem::path AppFile(const std::string& name) const { return cv.AppDir / name; }
   // Names in AppDir that are not shipped, sorted.
   std::vector<std::string> WorkingFiles() const;
+  // All that lasts of the store and of the working files, for comparing before and after.
+  std::string LastingState() const;
 
   TemporaryFolder folder;  // first: it outlives the store
   ModCV cv;

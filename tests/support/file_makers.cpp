@@ -112,6 +112,14 @@ std::string BitmapBytes(const BitmapSpec& spec) {
   return bytes;
 }
 
+std::string GrayBitmap(int bits, int width, int height, const std::function<int(int x, int y)>& level) {
+  const auto gray = [&](int x, int y) {
+    const auto part = static_cast<std::uint8_t>(level(x, y));
+    return Color{part, part, part};
+  };
+  return BitmapBytes({bits, width, height, false, gray, {}});
+}
+
 std::uint32_t FieldAt(std::string_view bytes, std::size_t offset) {
   std::uint32_t value = 0;
   for (int i = 3; i >= 0; --i)

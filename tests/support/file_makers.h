@@ -40,6 +40,8 @@ struct BitmapSpec {
   std::vector<Color> palette;  // 8 bits; empty = the gray ramp
 };
 std::string BitmapBytes(const BitmapSpec& spec);
+// A gray picture; `level(x, y)` counts y from the top line.
+std::string GrayBitmap(int bits, int width, int height, const std::function<int(int x, int y)>& level);
 
 // Little-endian fields of a file in memory, for looking at them and for spoiling them.
 std::uint32_t FieldAt(std::string_view bytes, std::size_t offset);

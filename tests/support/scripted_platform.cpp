@@ -59,21 +59,6 @@ void ScriptedPlatform::Expect(std::string title, testing::Matcher<const std::str
   expected_.push_back({std::move(title), std::move(text), answer});
 }
 
-void ScriptedPlatform::ChooseToOpen(std::filesystem::path path) {
-  openChoices_.push_back({FileChoice::Outcome::Chosen, std::move(path), 0});
-}
-void ScriptedPlatform::CancelOpen() { openChoices_.push_back({FileChoice::Outcome::Cancelled, {}, 0}); }
-void ScriptedPlatform::FailOpen(int error) {
-  openChoices_.push_back({FileChoice::Outcome::Failed, {}, error});
-}
-void ScriptedPlatform::ChooseToSave(std::filesystem::path path) {
-  saveChoices_.push_back({FileChoice::Outcome::Chosen, std::move(path), 0});
-}
-void ScriptedPlatform::CancelSave() { saveChoices_.push_back({FileChoice::Outcome::Cancelled, {}, 0}); }
-void ScriptedPlatform::FailSave(int error) {
-  saveChoices_.push_back({FileChoice::Outcome::Failed, {}, error});
-}
-
 void ScriptedPlatform::VerifyScript() {
   for (const ExpectedMessage& message : expected_)
     ADD_FAILURE() << "message \"" << message.title << "\" (" << testing::PrintToString(message.text)
@@ -86,7 +71,6 @@ void ScriptedPlatform::VerifyScript() {
 }
 
 Answer ScriptedPlatform::DoMessage(const std::string& text, const std::string& title, Buttons buttons) {
-  messages.push_back({title, text, buttons});
   if (expected_.empty()) {
     ADD_FAILURE() << "unexpected message \"" << title << "\": " << text;
     return SafeAnswer(buttons);
@@ -115,21 +99,10 @@ std::string ScriptedPlatform::Setting(const std::string& key, const std::string&
   return found == settings.end() ? fallback : found->second;
 }
 
-std::unique_ptr<PrintJob> ScriptedPlatform::Print(const std::string& documentName) {
+std::unique_ptr<PrintJob> ScriptedPlatform::Print(const std::string&) {
   if (printIsCancelled) return nullptr;
   prints.push_back(std::make_shared<PrintRecord>());
-  prints.back()->documentName = documentName;
   return std::make_unique<RecordingPrintJob>(prints.back(), *this);
-}
-
-void ScriptedPlatform::BusyCursor(bool on) {
-  if (on && !busy) ++timesBusy;
-  busy = on;
-}
-
-void ScriptedPlatform::Yield() {
-  ++yields;
-  if (onYield) onYield();
 }
 
 }  // namespace corvane

@@ -20,16 +20,9 @@ struct PrintRecord {
     std::filesystem::path bitmap;
     float left, top, width, height;
   };
-  std::string documentName;
   std::vector<PlacedPicture> pictures;
   std::vector<std::string> texts;
   bool ended = false;
-};
-
-struct ShownMessage {
-  std::string title;
-  std::string text;
-  Buttons buttons;
 };
 
 // A platform that follows a script and is strict about it: a message or a file dialog that nobody announced
@@ -41,17 +34,16 @@ class ScriptedPlatform : public Platform {
   // Messages, in order. `text` is the exact text or a matcher such as HasSubstr.
   void Expect(std::string title, testing::Matcher<const std::string&> text, Answer answer = Answer::Ok);
   // File dialogs, in order. The path must be one the dialog could return.
-  void ChooseToOpen(std::filesystem::path path);
-  void CancelOpen();
-  void FailOpen(int error);
-  void ChooseToSave(std::filesystem::path path);
-  void CancelSave();
-  void FailSave(int error);
+  void ChooseToOpen(const std::filesystem::path& path) { openChoices_.push_back({Outcome::Chosen, path, 0}); }
+  void CancelOpen() { openChoices_.push_back({Outcome::Cancelled, {}, 0}); }
+  void FailOpen(int error) { openChoices_.push_back({Outcome::Failed, {}, error}); }
+  void ChooseToSave(const std::filesystem::path& path) { saveChoices_.push_back({Outcome::Chosen, path, 0}); }
+  void CancelSave() { saveChoices_.push_back({Outcome::Cancelled, {}, 0}); }
+  void FailSave(int error) { saveChoices_.push_back({Outcome::Failed, {}, error}); }
 
   // Fails the test for whatever was announced and has not come, and forgets it.
   void VerifyScript();
 
-  std::vector<ShownMessage> messages;
   std::vector<FileRequest> openRequests;
   std::vector<FileRequest> saveRequests;
 
@@ -66,7 +58,6 @@ class ScriptedPlatform : public Platform {
   std::vector<std::pair<std::filesystem::path, std::string>> helpCalls;  // file, topic
 
   bool busy = false;
-  int timesBusy = 0;  // how often the busy cursor was set
   int yields = 0;
   std::function<void()> onYield;  // runs in the middle of whatever yields
 
@@ -79,13 +70,17 @@ class ScriptedPlatform : public Platform {
   void OpenHelp(const std::filesystem::path& file, const std::string& topic) override {
     helpCalls.emplace_back(file, topic);
   }
-  void BusyCursor(bool on) override;
-  void Yield() override;
+  void BusyCursor(bool on) override { busy = on; }
+  void Yield() override {
+    ++yields;
+    if (onYield) onYield();
+  }
 
  protected:
   Answer DoMessage(const std::string& text, const std::string& title, Buttons buttons) override;
 
  private:
+  using Outcome = FileChoice::Outcome;
   struct ExpectedMessage {
     std::string title;
     testing::Matcher<const std::string&> text;

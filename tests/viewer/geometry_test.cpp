@@ -95,35 +95,5 @@ TEST(Geometry, MovesEveryPixelOfPictureAndDataToTheSamePlaceOnScreen) {
   });
 }
 
-TEST(Geometry, FourQuarterTurnsGiveThePictureBack) {
-  DisplayBitmap picture = Picture(37, 22);
-  for (int turn = 0; turn < 4; ++turn) {
-    DisplayBitmap turned(picture.height, picture.width);
-    Rotate90(picture.View(), turned.View());
-    picture = std::move(turned);
-  }
-  const DisplayBitmap original = Picture(37, 22);
-  for (int y = 0; y < 22; ++y) {
-    for (int x = 0; x < 37; ++x) ASSERT_EQ(picture.View().At(x, y), original.View().At(x, y));
-  }
-}
-
-TEST(Geometry, TheBottomRightCornerTurnsToTheTopRight) {
-  DisplayBitmap source(3, 2);
-  source.View().At(2, 0) = 200;
-  DisplayBitmap result(2, 3);
-  Rotate90(source.View(), result.View());
-  EXPECT_EQ(result.stride, 4);
-  EXPECT_EQ(result.View().At(1, 2), 200);
-}
-
-TEST(Geometry, DataOfAQuarterTurnMoveToColumnOfTheirRow) {
-  FloatImage source(3, 2);
-  for (int i = 0; i < 6; ++i) source.Edit().values[i] = static_cast<float>(i);
-  const FloatImage result = Rotate90(source.View());  // (x, y) -> (y, 2 - x)
-  const std::vector<float> values(result.View().values, result.View().values + 6);
-  EXPECT_EQ(values, (std::vector<float>{2, 5, 1, 4, 0, 3}));
-}
-
 }  // namespace
 }  // namespace corvane

@@ -94,47 +94,33 @@ TEST(Replicate, MakesABlockOfEveryPixel) {
   });
 }
 
-TEST(Interpolate, EqualsTheDefinitionOnBytes) {
+// The definition of a picture whose rows from the bottom `row(y)` gives.
+template <class Row>
+std::vector<std::vector<float>> Expected(int width, int height, int factor, Row row) {
+  std::vector<std::vector<float>> rows;
+  for (int y = 0; y < height; ++y) rows.emplace_back(row(y), row(y) + width);
+  return SlowInterpolation(rows, factor);
+}
+
+// Levels are rounded; data keep the same places on screen unrounded.
+TEST(Interpolate, EqualsTheDefinition) {
   AtEverySizeAndFactor([](int width, int height, int factor) {
     const DisplayBitmap source = Noise(width, height, 7 * width + factor);
-    std::vector<std::vector<float>> rows;
-    for (int y = 0; y < height; ++y) {
-      rows.emplace_back(source.View().Row(y), source.View().Row(y) + width);
-    }
-    const auto expected = SlowInterpolation(rows, factor);
+    const auto levels = Expected(width, height, factor, [&](int y) { return source.View().Row(y); });
     const DisplayBitmap result = Enlarged(Interpolate, source, factor);
+    const FloatImage data = NoiseFloats(width, height, 11 * width + factor, -500, 70000);
+    const auto values =
+        Expected(width, height, factor, [&](int y) { return data.View().Row(height - 1 - y); });
+    const FloatImage large = Interpolate(data.View(), factor);
     for (int y = 0; y < result.height; ++y) {
       for (int x = 0; x < result.width; ++x) {
-        const float level = std::clamp(expected[y][x], 0.0f, 255.0f);
+        const float level = std::clamp(levels[y][x], 0.0f, 255.0f);
         ASSERT_EQ(result.View().At(x, y), static_cast<int>(std::nearbyint(level))) << x << ',' << y;
+        ASSERT_EQ(large.View().At(x, large.Height() - 1 - y), values[y][x]) << x << ',' << y;
       }
     }
     ExpectZeroPadding(result.View());
   });
-}
-
-TEST(Interpolate, GivesDataTheSamePlacesOnScreenUnrounded) {
-  AtEverySizeAndFactor([](int width, int height, int factor) {
-    const FloatImage data = NoiseFloats(width, height, 11 * width + factor, -500, 70000);
-    std::vector<std::vector<float>> rows;
-    for (int y = height - 1; y >= 0; --y) rows.emplace_back(data.View().Row(y), data.View().Row(y) + width);
-    const auto expected = SlowInterpolation(rows, factor);
-    const FloatImage result = Interpolate(data.View(), factor);
-    for (int y = 0; y < result.Height(); ++y) {
-      for (int x = 0; x < result.Width(); ++x) {
-        ASSERT_EQ(result.View().At(x, result.Height() - 1 - y), expected[y][x]) << x << ',' << y;
-      }
-    }
-  });
-}
-
-TEST(Interpolate, RoundsHalvesToEvenAndRepeatsTheLastRowAndColumn) {
-  const DisplayBitmap source = Levels(2, 2, {0, 100, 1, 101});
-  EXPECT_EQ(Pixels(Enlarged(Interpolate, source, 2).View()),  // rows from the bottom
-            (std::vector<int>{0, 50, 100, 100,                //
-                              0, 50, 100, 100,                // 0.5, 50.5, 100.5
-                              1, 51, 101, 101,                //
-                              1, 51, 101, 101}));
 }
 
 TEST(Interpolate, KeepsPlacedDataBesideBlanksAndSignedZeros) {
