@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QScreen>
+#include <QSlider>
 #include <QTest>
 
 #include "app/ApplicationDesk.h"
@@ -12,18 +13,28 @@
 #include "platform/built_windows.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/window_controls.h"
+#include "widgets/PictureBox.h"
 #include "widgets/placing.h"
 
 namespace corvane {
 namespace {
-
-class Application : public AppDirFixture {};
 
 constexpr Window kWindows[] = {Window::Examine, Window::Scale,   Window::Mask, Window::Filter,
                                Window::Align,   Window::Combine, Window::Color};
 constexpr Dialog kDialogs[] = {Dialog::Info,          Dialog::Histogram, Dialog::Profile,
                                Dialog::Preferences,   Dialog::About,     Dialog::SaveOptions,
                                Dialog::Deconvolution, Dialog::Exponent,  Dialog::AutoAdjust};
+
+class Application : public AppDirFixture {
+ protected:
+  std::vector<std::unique_ptr<QWidget>> AllWindows() {
+    std::vector<std::unique_ptr<QWidget>> windows;
+    for (const Window window : kWindows) windows.push_back(MakeWindow(window, cv, os, desk));
+    for (const Dialog dialog : kDialogs) windows.push_back(MakeDialog(dialog, cv, os));
+    std::erase(windows, nullptr);
+    return windows;
+  }
+};
 
 TEST_F(Application, HasExactlyTheWindowsThatItsMenusOffer) {
   for (const Window window : kWindows)
@@ -34,23 +45,21 @@ TEST_F(Application, HasExactlyTheWindowsThatItsMenusOffer) {
 
 TEST_F(Application, HasATopicInTheManualForEveryWindow) {
   const std::string manual = ReadFile(AppFile("CORVANEIII.HLP"));
-  std::vector<std::unique_ptr<QWidget>> windows;
-  for (const Window window : kWindows) windows.push_back(MakeWindow(window, cv, os, desk));
-  for (const Dialog dialog : kDialogs) windows.push_back(MakeDialog(dialog, cv, os));
-  for (const auto& window : windows) {
-    if (!window) continue;
+  for (const auto& window : AllWindows()) {
     const std::string name = window->objectName().toStdString();
     EXPECT_NE(manual.find("name=\"" + name + '"'), std::string::npos) << name;
   }
 }
 
-TEST_F(Application, GivesEveryButtonOfADialogANameToSpeak) {
-  for (const Dialog dialog : kDialogs) {
-    const auto window = MakeDialog(dialog, cv, os);
-    if (!window) continue;
-    for (const auto* button : window->findChildren<QAbstractButton*>())
-      EXPECT_FALSE(button->accessibleName().isEmpty()) << button->objectName().toStdString();
-  }
+TEST_F(Application, GivesEveryControlANameToSpeak) {
+  for (const auto& window : AllWindows())
+    for (const auto* control : window->findChildren<QWidget*>()) {
+      const bool isControl = qobject_cast<const QAbstractButton*>(control) ||
+                             qobject_cast<const QSlider*>(control) ||
+                             dynamic_cast<const PictureBox*>(control);
+      if (!isControl || control->objectName().startsWith("qt_")) continue;
+      EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
+    }
 }
 
 TEST_F(Application, PlacesDialogsBesideTheMainWindowAndOnTheScreen) {

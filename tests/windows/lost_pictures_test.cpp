@@ -5,7 +5,6 @@
 #include <cstdlib>
 
 #include "core/working_files.h"
-#include "luminance/frmMask.h"
 #include "tests/windows/preview_fixture.h"
 #include "tests/windows/viewer_fixture.h"
 
@@ -117,7 +116,10 @@ TEST_F(LostPictures, AFileOfAnUnknownKindLeavesTheViewAlone) {
   EXPECT_TRUE(Checked(kNegative));
 }
 
-class LostMask : public PreviewFixture<frmMask> {};
+class LostMask : public PreviewFixture {
+ protected:
+  LostMask() : PreviewFixture(Window::Mask) {}
+};
 
 TEST_F(LostMask, ASaveIsTakenWithoutItsResult) {
   OpenEveryLevel();

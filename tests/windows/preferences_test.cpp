@@ -8,7 +8,12 @@
 namespace corvane {
 namespace {
 
-class Preferences : public AppDirFixture {};
+class Preferences : public AppDirFixture {
+ protected:
+  std::tuple<int, int, int, int> InForce() const {
+    return {cv.RasterCycles, cv.MagMode, cv.FileTypeSetting, cv.PColorSetting};
+  }
+};
 
 TEST_F(Preferences, ShowWhatIsInForce) {
   cv.MagMode = 0;
@@ -30,26 +35,18 @@ void ChooseOtherThings(frmPref& window) {
   for (const char* option : {"optRep", "optBMP", "Option2"}) Press(window, option);
 }
 
-TEST_F(Preferences, ApplyChangesTheSessionAlone) {
-  frmPref window(cv, os);
-  ChooseOtherThings(window);
-  Press(window, "cmdApply");
-  EXPECT_FALSE(window.isVisible());
-  EXPECT_EQ(cv.RasterCycles, 9);
-  EXPECT_EQ(cv.MagMode, 0);
-  EXPECT_EQ(cv.FileTypeSetting, 1);
-  EXPECT_EQ(cv.PColorSetting, 1);
-  EXPECT_TRUE(os.settings.empty());
-}
-
-TEST_F(Preferences, SaveWritesTheFourSettingsAsText) {
-  frmPref window(cv, os);
-  ChooseOtherThings(window);
-  Press(window, "cmdSave");
-  EXPECT_FALSE(window.isVisible());
-  const std::map<std::string, std::string> expected = {
+TEST_F(Preferences, ApplyChangesTheSessionAndSaveTheFourSettingsToo) {
+  const std::map<std::string, std::string> stored = {
       {"Mag", "0"}, {"Raster", "9"}, {"FileType", "1"}, {"PColor", "1"}};
-  EXPECT_EQ(os.settings, expected);
+  for (const bool save : {false, true}) {
+    std::tie(cv.RasterCycles, cv.MagMode, cv.FileTypeSetting, cv.PColorSetting) = std::tuple(5, 1, 2, 0);
+    frmPref window(cv, os);
+    ChooseOtherThings(window);
+    Press(window, save ? "cmdSave" : "cmdApply");
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(InForce(), std::tuple(9, 0, 1, 1));
+    EXPECT_EQ(os.settings, save ? stored : decltype(stored){});
+  }
 }
 
 TEST_F(Preferences, CancelAndEscapeChangeNothing) {
@@ -62,10 +59,7 @@ TEST_F(Preferences, CancelAndEscapeChangeNothing) {
       Press(window, "cmdCancel");
     }
     EXPECT_FALSE(window.isVisible());
-    EXPECT_EQ(cv.RasterCycles, 5);
-    EXPECT_EQ(cv.MagMode, 1);
-    EXPECT_EQ(cv.FileTypeSetting, 2);
-    EXPECT_EQ(cv.PColorSetting, 0);
+    EXPECT_EQ(InForce(), std::tuple(5, 1, 2, 0));
   }
 }
 
@@ -79,8 +73,7 @@ TEST_F(Preferences, TextThatIsNoNumberIsRefused) {
     Press(window, "cmdSave");
     os.VerifyScript();
     EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(cv.RasterCycles, 5);
-    EXPECT_EQ(cv.MagMode, 1);
+    EXPECT_EQ(InForce(), std::tuple(5, 1, 2, 0));
     EXPECT_TRUE(os.settings.empty());
   }
 }

@@ -1,43 +1,29 @@
 #pragma once
 
-#include <QAction>
 #include <QLabel>
 #include <QSlider>
 #include <algorithm>
-#include <memory>
 #include <sstream>
 
 #include "core/bitmap_file.h"
-#include "core/fits_writer.h"
 #include "core/open_image.h"
-#include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_limit.h"
-#include "tests/support/file_makers.h"
-#include "tests/support/images.h"
-#include "tests/support/window_controls.h"
-#include "widgets/PictureBox.h"
+#include "tests/windows/tool_fixture.h"
 #include "widgets/Thumbnail.h"
-#include "widgets/ToolWindow.h"
 
 namespace corvane {
 
 // A window that changes levels, on a fresh store with one image; the user is the test.
-template <class ToolUnderTest>
-class PreviewFixture : public AppDirFixture {
+class PreviewFixture : public ToolFixture {
  protected:
+  using ToolFixture::ToolFixture;
   static constexpr int kWidth = 13;  // rows are padded
   static constexpr int kHeight = 20;
 
   // Opens a file as the viewer does, then the tool on it.
   void OpenWith(const std::string& name, std::string_view bytes) {
-    ASSERT_TRUE(OpenImageFile(cv, os, MakeUserFile(name, bytes)));
-    StartTool();
-  }
-  void StartTool() {
-    window.reset();
-    window = std::make_unique<ToolUnderTest>(cv, os, desk);
-    window->Open();
-    window->show();
+    OpenUserImage(name, bytes);
+    Start();
   }
   // Every level once and four more, in the file's order.
   static std::vector<double> EveryLevel() {
@@ -54,19 +40,16 @@ class PreviewFixture : public AppDirFixture {
   }
   void OpenHundreds() { OpenWith("hundreds.fit", FitsImage(16, 11, 10, Hundreds())); }
 
-  QAction& Item(const char* name) { return *window->template findChild<QAction*>(QLatin1String(name)); }
-  void Choose(const char* item) { Item(item).trigger(); }
   QSlider& Slider(const char* name) { return Find<QSlider>(*window, name); }
   std::string LabelText(const char* name) { return Find<QLabel>(*window, name).text().toStdString(); }
   std::string Title() { return window->windowTitle().toStdString(); }
-  PictureBox& Picture(const char* name) { return Find<PictureBox>(*window, name); }
   Thumbnail& Preview() { return Find<Thumbnail>(*window, "Image1"); }
 
   // Those of the controls and menu items that are enabled.
   std::string Enabled(const std::vector<const char*>& names) {
     std::ostringstream enabled;
     for (const char* name : names) {
-      const auto* action = window->template findChild<QAction*>(QLatin1String(name));
+      const auto* action = window->findChild<QAction*>(QLatin1String(name));
       if (action ? action->isEnabled() : Find<QWidget>(*window, name).isEnabled()) enabled << name << ' ';
     }
     return enabled.str();
@@ -79,13 +62,7 @@ class PreviewFixture : public AppDirFixture {
     EXPECT_FALSE(LoadDisplayBits(other, AppFile(name))) << name;
     return Pixels(other.Display());
   }
-  std::vector<int> ShownLevels() {
-    const QImage& image = Preview().Picture();
-    std::vector<int> levels;
-    for (int y = image.height() - 1; y >= 0; --y)
-      for (int x = 0; x < image.width(); ++x) levels.push_back(qGray(image.pixel(x, y)));
-    return levels;
-  }
+  std::vector<int> ShownLevels() { return LevelsOf(Preview().Picture()); }
   // What the preview, the store and the working file show of level `level` of EveryLevel().
   int LevelNow(int level) {
     const int x = level % kWidth;
@@ -100,16 +77,8 @@ class PreviewFixture : public AppDirFixture {
     return isRed(0) && isRed(12);
   }
 
-  // The user's answer to the save options.
-  void AnswerOptions(int bits) {
-    desk.dialogs[Dialog::SaveOptions] = [this, bits] {
-      offeredCode = cv.BytesPerPixel;
-      cv.BytesPerPixel = bits / 8;
-      cv.FitsComment = CommentValue("");
-    };
-  }
   void SaveTo(const std::string& name, int bits = 8) {
-    AnswerOptions(bits);
+    ChooseBits(bits);
     os.ChooseToSave(UserFile(name));
     Choose("mnuFileSel_0");
   }
@@ -123,9 +92,6 @@ class PreviewFixture : public AppDirFixture {
     EXPECT_TRUE(OpenImageFile(other, os, UserFile(name))) << name;
     return Values(other.SlotData[0].View());
   }
-
-  std::unique_ptr<ToolUnderTest> window;
-  int offeredCode = 0;
 };
 
 }  // namespace corvane

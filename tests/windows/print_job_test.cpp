@@ -31,11 +31,7 @@ TEST_F(PrintJobTest, GivesThePageInPixelsOfTheScreen) {
 }
 
 TEST_F(PrintJobTest, PrintsAPictureAndReportsOneThatIsGone) {
-  const auto ramp = [](int x, int y) {
-    const auto level = static_cast<std::uint8_t>(x + y);
-    return Color{level, level, level};
-  };
-  const auto bitmap = MakeUserFile("picture.bmp", BitmapBytes({8, 64, 48, false, ramp, {}}));
+  const auto bitmap = MakeUserFile("picture.bmp", GrayBitmap(8, 64, 48, [](int x, int y) { return x + y; }));
   const auto job = PdfJob(UserFile("picture.pdf"));
   job->Picture(bitmap, 10, 20, 640, 480);
   EXPECT_TRUE(job->End());

@@ -2,7 +2,6 @@
 
 #include "analysis/frmProfile.h"
 #include "analysis/profile.h"
-#include "core/open_image.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_makers.h"
 #include "tests/support/window_controls.h"
@@ -22,7 +21,7 @@ class ProfileWindow : public AppDirFixture {
     std::vector<double> levels;
     for (int row = height - 1; row >= 0; --row)
       for (int column = 0; column < width; ++column) levels.push_back(column < x || row < y ? 40 : 200);
-    ASSERT_TRUE(OpenImageFile(cv, os, MakeUserFile("a.fit", FitsImage(8, width, height, levels))));
+    OpenUserImage("a.fit", FitsImage(8, width, height, levels));
     cv.MarkX = static_cast<float>(x);
     cv.MarkY = static_cast<float>(y);
     Profile(cv);
@@ -52,15 +51,6 @@ TEST_F(ProfileWindow, DrawsTheLevelsAroundTheMarker) {
               testing::StartsWith("X profile through row 101, columns 102 to 201"));
   EXPECT_THAT(Find<PictureBox>(window, "picYP").accessibleDescription().toStdString(),
               testing::StartsWith("Y profile through column 151, rows 150 to 51"));
-}
-
-TEST_F(ProfileWindow, MarksPositionsOutsideThePictureRed) {
-  Mark(30, 200, 0, 100);
-  frmProfile window(cv, os);
-  EXPECT_EQ(At(window, "picXP", 50, 0), kBase);
-  EXPECT_EQ(At(window, "picXP", 101, 200), kBlackBar);
-  EXPECT_EQ(At(window, "picXP", 180, 0), kBase);
-  EXPECT_EQ(At(window, "picYP", 50, 0), kBlackBar);
 }
 
 // Both graphs bring the grid with every repaint of the whole window, never with one of a button.

@@ -28,12 +28,6 @@ TEST_F(SmallWindows, TheSplashGivesWayToTheViewerOnce) {
   EXPECT_EQ(desk.replacedBy, std::vector{Window::Examine});
 }
 
-TEST_F(SmallWindows, TheSplashShowsItsPictureWhole) {
-  const frmCVSplash splash(desk);
-  const QPixmap picture = Find<QLabel>(splash, "Image1").pixmap();
-  EXPECT_EQ(picture.deviceIndependentSize().toSize(), splash.size());
-}
-
 TEST_F(SmallWindows, AboutNamesTheVersionAndCloses) {
   frmAbout window(cv, os);
   EXPECT_EQ(window.windowTitle(), "About Corvane");

@@ -31,7 +31,6 @@ class SmallTool : public ToolWindow {
   bool MayExit() override { return mayExit; }
   QAction& At(int index) { return *Item("mnuFileSel", index); }
   using ToolWindow::EnableItem;
-  using ToolWindow::SwitchTo;
 
   QPushButton* button;
   std::vector<int> chosen;
@@ -93,14 +92,6 @@ TEST_F(ToolWindowTest, UnloadsOnceAndAsksBeforeTheProgramEnds) {
   os.settings.clear();
   window.Unload();
   EXPECT_TRUE(os.settings.empty());
-}
-
-TEST_F(ToolWindowTest, RecordsItsPlaceForTheNextWindow) {
-  window.move(123, 45);
-  window.SwitchTo(Window::Mask);
-  EXPECT_EQ(cv.WindowLeft, 123);
-  EXPECT_EQ(cv.WindowTop, 45);
-  EXPECT_EQ(desk.replacedBy, std::vector{Window::Mask});
 }
 
 TEST(ToolIcons, AreSharpAndVisibleOnEveryPalette) {

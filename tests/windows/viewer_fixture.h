@@ -1,42 +1,26 @@
 #pragma once
 
-#include <QAction>
 #include <QComboBox>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QTest>
-#include <memory>
 
 #include "core/fits_reader.h"
-#include "tests/support/app_dir_fixture.h"
-#include "tests/support/file_makers.h"
-#include "tests/support/images.h"
-#include "tests/support/window_controls.h"
-#include "viewer/frmExamine.h"
+#include "tests/windows/tool_fixture.h"
 
 namespace corvane {
 
-// A viewer on a fresh store; the user is the test.
-class ViewerFixture : public AppDirFixture {
+class ViewerFixture : public ToolFixture {
  protected:
-  ViewerFixture() { Start(); }
+  ViewerFixture() : ToolFixture(Window::Examine) { Start(); }
 
-  // The viewer as the program shows it, at the start and on the way back from a tool.
-  void Start() {
-    window.reset();
-    window = std::make_unique<frmExamine>(cv, os, desk);
-    window->Open();
-    window->show();
-  }
-
-  QAction& Item(const char* name) { return *window->findChild<QAction*>(QLatin1String(name)); }
-  void Choose(const char* item) { Item(item).trigger(); }
   bool Checked(const char* item) { return Item(item).isChecked(); }
   std::string Box(const char* name) { return Find<QLineEdit>(*window, name).text().toStdString(); }
   // X, Y and luminance as the boxes show them.
   std::string Readout() { return Box("txbXPos") + " " + Box("txbYPos") + " " + Box("txbLum"); }
   std::string Status() { return Find<QLabel>(*window, "lblStatus").text().toStdString(); }
-  PictureBox& Picture() { return Find<PictureBox>(*window, "picMark"); }
+  PictureBox& Picture() { return ToolFixture::Picture("picMark"); }
   QScrollBar& Bar(const char* name) { return Find<QScrollBar>(*window, name); }
   std::vector<std::string> List() {
     const auto& list = Find<QComboBox>(*window, "Combo1");
@@ -65,14 +49,6 @@ class ViewerFixture : public AppDirFixture {
     Choose("mnuFileSel_1");
   }
 
-  // The save-options dialog: what it is offered, and the bits the user takes.
-  void ChooseBits(int bits) {
-    desk.dialogs[Dialog::SaveOptions] = [this, bits] {
-      offered = cv.BytesPerPixel;
-      cv.BytesPerPixel = bits / 8;
-      cv.FitsComment = std::string("'...'") + std::string(65, ' ');
-    };
-  }
   // The data of a saved file, as a reader sees them.
   std::vector<float> Reread(const std::string& name) {
     ModCV reader;
@@ -95,14 +71,7 @@ class ViewerFixture : public AppDirFixture {
     Mouse(Picture(), QEvent::MouseButtonPress, At(x, y), button, button);
     Mouse(Picture(), QEvent::MouseButtonRelease, At(x, y), button);
   }
-  // What is on screen of the picture, in the order of DisplayBits without padding.
-  std::vector<int> ShownLevels() {
-    const QImage image = Picture().Flattened();
-    std::vector<int> levels;
-    for (int y = image.height() - 1; y >= 0; --y)
-      for (int x = 0; x < image.width(); ++x) levels.push_back(qGray(image.pixel(x, y)));
-    return levels;
-  }
+  std::vector<int> ShownLevels() { return LevelsOf(Picture().Flattened()); }
   // The screen, the store and the read-out agree on the picture.
   void ExpectPictureIsWhole() {
     EXPECT_EQ(Picture().size(), QSize(cv.Width(), cv.Height()));
@@ -111,9 +80,7 @@ class ViewerFixture : public AppDirFixture {
     EXPECT_EQ(ShownLevels(), Pixels(cv.Display()));
   }
 
-  std::unique_ptr<frmExamine> window;
-  int offered = 0;  // to the save options: the code of the bits
-  QSize size;       // of the file read last
+  QSize size;  // of the file read last
 };
 
 }  // namespace corvane
