@@ -42,7 +42,9 @@ class FloatImage {
   int Height() const { return height_; }
   bool Empty() const { return values_ == nullptr; }
   std::size_t Count() const { return static_cast<std::size_t>(width_) * height_; }
-  ConstFloatView View() const { return {Empty() ? nullptr : values_->data(), width_, height_}; }
+  ConstFloatView View() const {
+    return Empty() ? ConstFloatView{} : ConstFloatView{values_->data(), width_, height_};
+  }
 
   // The values for reading and writing, this image's own from now on.
   FloatView Edit() {
@@ -51,13 +53,13 @@ class FloatImage {
       std::memcpy(own->data(), values_->data(), values_->size() * sizeof(float));
       values_ = std::move(own);
     }
-    return {Empty() ? nullptr : values_->data(), width_, height_};
+    return Empty() ? FloatView{} : FloatView{values_->data(), width_, height_};
   }
 
   // For writing every value: like Edit, but nothing is copied and the values are unspecified before.
   FloatView Overwrite() {
     if (!Empty() && values_.use_count() > 1) values_ = std::make_shared<PixelBuffer<float>>(values_->size());
-    return {Empty() ? nullptr : values_->data(), width_, height_};
+    return Empty() ? FloatView{} : FloatView{values_->data(), width_, height_};
   }
 
  private:

@@ -52,8 +52,9 @@ std::vector<std::string> AppDirFixture::WorkingFiles() const {
 std::string AppDirFixture::LastingState() const {
   std::string text = std::to_string(cv.ImageCount);
   for (int slot = 0; slot < kSlots; ++slot) {
-    text += '|' + cv.SlotName[slot] + std::to_string(cv.SlotBytesPerPixel[slot]) + cv.SlotFileSize[slot] +
-            HeaderText(cv, slot) + testing::PrintToString(Values(cv.SlotData[slot].View()));
+    text += (cv.SlotFullRange[slot] ? "|*" : "|") + cv.SlotName[slot] +
+            std::to_string(cv.SlotBytesPerPixel[slot]) + cv.SlotFileSize[slot] + HeaderText(cv, slot) +
+            testing::PrintToString(Values(cv.SlotData[slot].View()));
   }
   for (const std::string& name : WorkingFiles()) text += name + ReadFile(AppFile(name));
   return text;

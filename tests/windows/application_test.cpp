@@ -1,5 +1,6 @@
 #include <signal.h>
 
+#include <QComboBox>
 #include <QGuiApplication>
 #include <QPointer>
 #include <QProcess>
@@ -54,9 +55,9 @@ TEST_F(Application, HasATopicInTheManualForEveryWindow) {
 TEST_F(Application, GivesEveryControlANameToSpeak) {
   for (const auto& window : AllWindows())
     for (const auto* control : window->findChildren<QWidget*>()) {
-      const bool isControl = qobject_cast<const QAbstractButton*>(control) ||
-                             qobject_cast<const QSlider*>(control) ||
-                             dynamic_cast<const PictureBox*>(control);
+      const bool isControl =
+          qobject_cast<const QAbstractButton*>(control) || qobject_cast<const QSlider*>(control) ||
+          qobject_cast<const QComboBox*>(control) || dynamic_cast<const PictureBox*>(control);
       if (!isControl || control->objectName().startsWith("qt_")) continue;
       EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
     }
