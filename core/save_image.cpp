@@ -106,12 +106,11 @@ bool FillAndWrite(ModCV& cv, Platform& os, const std::filesystem::path& path,
   return false;
 }
 
-// `picture` as that of the slot; where it has vanished, the data that were saved show the same.
+// `picture` as that of the slot; where it is lost, the data that were saved show the same.
 std::optional<Refusal> TakePicture(ModCV& cv, int slot, const std::filesystem::path& picture) {
-  const std::filesystem::path own = cv.SlotBitmap(slot);
-  if (picture == own || QuietRename(picture, own)) return std::nullopt;
-  if (!cv.ImageData.Empty()) return RenderInto(cv, slot);
-  return Refusal{"FILE OPEN ERROR", "The file \"" + own.filename().string() + "\" can't be written."};
+  if (picture == cv.SlotBitmap(slot)) return std::nullopt;
+  const auto refusal = MoveToSlot(cv, picture, slot);
+  return refusal && !cv.ImageData.Empty() ? RenderInto(cv, slot) : refusal;
 }
 
 }  // namespace

@@ -41,20 +41,15 @@ void DeleteSlotBitmaps(const ModCV& cv) {
   for (int slot = 0; slot < cv.ImageCount; ++slot) QuietDelete(cv.SlotBitmap(slot));
 }
 
-namespace {
-
-// Moves a display bitmap of AppDir, once it is known to be sound, to the current slot.
-std::optional<Refusal> MoveToSlot(ModCV& cv, const std::filesystem::path& picture) {
+std::optional<Refusal> MoveToSlot(ModCV& cv, const std::filesystem::path& picture, int slot) {
   if (auto damaged = ReadBitmapHeader(cv, picture)) return damaged;
-  const std::filesystem::path own = cv.SlotBitmap(cv.CurrentSlot);
+  const std::filesystem::path own = cv.SlotBitmap(slot);
   if (QuietRename(picture, own)) return std::nullopt;
   return Refusal{"FILE OPEN ERROR", "The file \"" + own.filename().string() + "\" can't be written."};
 }
 
-}  // namespace
-
 bool KeepPicture(ModCV& cv, Platform& os, const std::filesystem::path& picture) {
-  if (const auto refusal = MoveToSlot(cv, picture)) {
+  if (const auto refusal = MoveToSlot(cv, picture, cv.CurrentSlot)) {
     os.Message(refusal->text, refusal->title);
     return false;
   }

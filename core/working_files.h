@@ -1,10 +1,12 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/modcv.h"
+#include "core/refusal.h"
 #include "platform/platform.h"
 
 namespace corvane {
@@ -36,9 +38,12 @@ void DeleteViewFiles(const std::filesystem::path& appDir);  // at the viewer's u
 void DeleteToolFiles(const std::filesystem::path& appDir);  // when a tool is left
 void DeleteSlotBitmaps(const ModCV& cv);                    // at exit
 
-// `picture`, a display bitmap of AppDir, becomes that of the current slot: an 8-bit image whose name begins
-// with
-// "~". False after a message, with slot and files as before, where it is damaged or can't be moved.
+// Moves `picture`, a display bitmap of AppDir, once it is known to be sound, to that of `slot`. The size
+// fields describe it then. After a refusal all is as before.
+std::optional<Refusal> MoveToSlot(ModCV& cv, const std::filesystem::path& picture, int slot);
+
+// `picture` becomes that of the current slot: an 8-bit image whose name begins with "~". False after a
+// message, with slot and files as before, where it is damaged or can't be moved.
 bool KeepPicture(ModCV& cv, Platform& os, const std::filesystem::path& picture);
 
 // What a tool does before another window takes its place: a result that is neither saved nor undone

@@ -273,7 +273,7 @@ TEST_F(Saving, AVanishedPictureLeavesTheSlotAndTheSavedFile) {
   std::filesystem::copy_file(cv.SlotBitmap(1), AppFile(kDummyBitmap));
   ASSERT_TRUE(SaveBitmap(cv, os, AppFile(kDummyBitmap), UserFile("a.bmp")));
   std::filesystem::remove(AppFile(kDummyBitmap));
-  os.Expect("FILE OPEN ERROR", testing::HasSubstr("1temp.bmp"));
+  os.Expect("FILE OPEN ERROR", testing::HasSubstr("\"dummy.bmp\" is missing or damaged"));
   EXPECT_FALSE(CommitSave(cv, os, 1, UserFile("a.bmp"), AppFile(kDummyBitmap)));
   EXPECT_EQ(cv.SlotName[1], "m42.fit");
   EXPECT_EQ(cv.SlotBytesPerPixel[1], 2);
