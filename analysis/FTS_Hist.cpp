@@ -5,7 +5,7 @@
 #include <QVBoxLayout>
 #include <new>
 
-#include "core/bitmap_file.h"
+#include "core/accepted.h"
 #include "platform/QtText.h"
 #include "platform/busy.h"
 #include "widgets/PaintLabels.h"
@@ -45,7 +45,7 @@ FTS_Hist::FTS_Hist(ModCV& store, Platform& platform)
   try {
     CountCurrentImage(store);
   } catch (const std::bad_alloc&) {
-    platform.Message(NotEnoughMemory().text, NotEnoughMemory().title);
+    Refuse(platform, NotEnoughMemory());
   }
   const std::string caption = HistogramCaption(store.BytesPerPixel);
   if (!caption.empty()) setWindowTitle(ToQt(caption));

@@ -3,8 +3,7 @@
 #include <QEvent>
 #include <QPainter>
 
-#include "core/bitmap_file.h"
-#include "core/display_bitmap.h"
+#include "base/display_bitmap.h"
 #include "core/working_files.h"
 #include "platform/QtText.h"
 #include "widgets/PaintLabels.h"
@@ -95,7 +94,7 @@ void HistogramPanel::Keep(const ModCV& cv, const char* file) {
   const QImage shown = picHist->Flattened();
   const DisplayBitmap picture = GrayPicture(shown);
   const std::filesystem::path target = cv.AppDir / file;
-  const bool written = !WriteDisplayBitmap(cv.AppDir / kGrayTemplate, target, picture.View());
+  const bool written = !WriteWorkingBitmap(cv, cv.AppDir / kGrayTemplate, target, picture.View());
   if (!written || !picHist->LoadFile(target)) picHist->SetPicture(shown);
   picHist->Clear();
 }
@@ -113,6 +112,7 @@ void HistogramPanel::Restore(ModCV& cv, const char* file, const GraphState& stat
 
 void HistogramPanel::TakeState(ModCV& cv, const GraphState& state) {
   state_ = state;
+  isMarked_ = false;
   cv.HistDecades = static_cast<float>(state.decades);
   Describe();
   update();
@@ -132,6 +132,7 @@ void HistogramPanel::MarkBar(int lowLevel, int highLevel) {
 
 void HistogramPanel::MarkClips(int lowLevel, int highLevel) {
   MarkBar(lowLevel, highLevel);
+  isMarked_ = true;
   picHist->Clear();
   picHist->Draw(ClipMarker(lowLevel));
   picHist->Draw(ClipMarker(highLevel));
@@ -140,6 +141,7 @@ void HistogramPanel::MarkClips(int lowLevel, int highLevel) {
 void HistogramPanel::ClearMarks() {
   picCBar->Clear();
   picCBar->setAccessibleDescription({});
+  isMarked_ = false;
   if (picHist->HasPicture()) picHist->Clear();
 }
 

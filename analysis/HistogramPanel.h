@@ -42,6 +42,8 @@ class HistogramPanel : public QWidget {
   void MarkBar(int lowLevel, int highLevel);
   void MarkClips(int lowLevel, int highLevel);
   void ClearMarks();
+  // There are markers in the graph, too.
+  bool IsMarked() const { return isMarked_; }
 
   PictureBox* Graph() const { return picHist; }
 
@@ -62,6 +64,7 @@ class HistogramPanel : public QWidget {
   PictureBox* picHist;
   PictureBox* picCBar;
   bool hasBar_;
+  bool isMarked_ = false;
   LevelAxis axis_ = GrayLevelAxis();
   GraphState state_;
 };

@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 #include "analysis/profile.h"
-#include "core/numeric.h"
+#include "base/numeric.h"
 #include "platform/QtText.h"
 #include "widgets/PaintLabels.h"
 #include "widgets/controls.h"

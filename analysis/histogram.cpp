@@ -4,10 +4,10 @@
 #include <cmath>
 #include <numeric>
 
-#include "core/bitmap_file.h"
-#include "core/level_count.h"
-#include "core/numeric.h"
-#include "core/text.h"
+#include "base/level_count.h"
+#include "base/numeric.h"
+#include "base/text.h"
+#include "core/slot_picture.h"
 
 namespace corvane {
 namespace {

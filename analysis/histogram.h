@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "analysis/graph_labels.h"
-#include "core/display_bitmap.h"
-#include "core/drawing.h"
+#include "base/display_bitmap.h"
+#include "base/drawing.h"
+#include "base/refusal.h"
 #include "core/modcv.h"
-#include "core/refusal.h"
 
 namespace corvane {
 

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "core/numeric.h"
+#include "base/marker.h"
+#include "base/numeric.h"
 
 namespace corvane {
 namespace {
@@ -11,26 +12,22 @@ constexpr int kBefore = 49;  // pixels left of the marker, and rows above it
 constexpr int kAfter = 50;   // pixels right of the marker, and rows below it
 constexpr int kPositions = 100;
 
-struct Stretch {
+struct Span {
   int first = 0;
   int last = -1;
 };
 
-Stretch ColumnsAround(int markX, int width) {
+Span ColumnsAround(int markX, int width) {
   return {std::max(markX - kBefore, 0), std::min(markX + kAfter, width - 1)};
 }
-Stretch RowsAround(int markY, int height) {
+Span RowsAround(int markY, int height) {
   return {std::max(markY - kAfter, 0), std::min(markY + kBefore, height - 1)};
 }
 
-struct Marker {
-  int x = 0;
-  int y = 0;
-};
 // Inside the picture even where the picture became smaller since the marker was placed.
-Marker MarkerOf(const ModCV& cv) {
-  return {std::clamp(RoundEven(cv.MarkX), 0, std::max(cv.Width() - 1, 0)),
-          std::clamp(RoundEven(cv.MarkY), 0, std::max(cv.Height() - 1, 0))};
+Mark MarkerOf(const ModCV& cv) {
+  return ClampMark({RoundEven(cv.MarkX), RoundEven(cv.MarkY)}, std::max(cv.Width(), 1),
+                   std::max(cv.Height(), 1));
 }
 
 void AddLine(std::vector<Stroke>& strokes, int x1, int y1, int x2, int y2, Color color) {
@@ -97,9 +94,9 @@ void Profile(ModCV& cv) {
   cv.YProfile.clear();
   const ConstGrayView picture = cv.Display();
   if (cv.DisplayBits.empty() || cv.DisplayBits.size() < picture.Size()) return;
-  const Marker marker = MarkerOf(cv);
-  const Stretch columns = ColumnsAround(marker.x, picture.width);
-  const Stretch rows = RowsAround(marker.y, picture.height);
+  const Mark marker = MarkerOf(cv);
+  const Span columns = ColumnsAround(marker.x, picture.width);
+  const Span rows = RowsAround(marker.y, picture.height);
   for (int x = columns.first; x <= columns.last; ++x) cv.XProfile.push_back(picture.At(x, marker.y));
   for (int y = rows.last; y >= rows.first; --y) cv.YProfile.push_back(picture.At(marker.x, y));
 }
@@ -143,13 +140,13 @@ std::vector<Label> RowProfileLabels(const GraphFrame& frame) { return AxisLabels
 std::vector<Label> ColumnProfileLabels(const GraphFrame& frame) { return AxisLabels(frame, "+50"); }
 
 std::string DescribeRowProfile(const ModCV& cv) {
-  const Marker marker = MarkerOf(cv);
+  const Mark marker = MarkerOf(cv);
   return Describe({"X profile through row " + std::to_string(marker.y + 1), "column", cv.XProfile,
                    ColumnsAround(marker.x, cv.Width()).first, 1, marker.x});
 }
 
 std::string DescribeColumnProfile(const ModCV& cv) {
-  const Marker marker = MarkerOf(cv);
+  const Mark marker = MarkerOf(cv);
   return Describe({"Y profile through column " + std::to_string(marker.x + 1), "row", cv.YProfile,
                    RowsAround(marker.y, cv.Height()).last, -1, marker.y});
 }

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "analysis/graph_labels.h"
-#include "core/drawing.h"
+#include "base/drawing.h"
 #include "core/modcv.h"
 
 namespace corvane {

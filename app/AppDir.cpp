@@ -5,13 +5,15 @@
 #include <unistd.h>
 
 #include <QFile>
+#include <algorithm>
 #include <cerrno>
 #include <optional>
 #include <system_error>
 
-#include "core/bitmap_file.h"
-#include "core/safe_write.h"
+#include "base/safe_write.h"
 #include "core/working_files.h"
+#include "formats/bitmap_format.h"
+#include "platform/HelpViewer.h"
 #include "platform/QtText.h"
 
 namespace corvane {
@@ -19,7 +21,6 @@ namespace {
 
 constexpr char kLockFile[] = "corvane.lock";
 constexpr char kPointer[] = "cancel32.ico";
-constexpr std::size_t kColorHeaderSize = 54;
 constexpr qint64 kLargestShipped = 16 << 20;
 // The copies inside the program, for a folder whose own are damaged.
 constexpr char kBuiltIn[] = ":/shipped";
@@ -36,12 +37,6 @@ unsigned Field(const std::string& bytes, std::size_t at, int size) {
   return value;
 }
 
-bool IsTemplate(const std::string& bytes, std::size_t length, unsigned bits) {
-  return bytes.size() == length && bytes[0] == 'B' && bytes[1] == 'M' && Field(bytes, 10, 4) == length &&
-         Field(bytes, 14, 4) == 40 && Field(bytes, 26, 2) == 1 && Field(bytes, 28, 2) == bits &&
-         Field(bytes, 30, 4) == 0;
-}
-
 bool HasGrayPalette(const std::string& bytes) {
   for (unsigned level = 0; level < 256; ++level)
     if (Field(bytes, 54 + 4 * level, 3) != level * 0x010101u) return false;
@@ -51,46 +46,65 @@ bool HasGrayPalette(const std::string& bytes) {
 std::optional<std::string> IntactFile(const QString& path, const std::string& name) {
   QFile file(path);
   if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
-  std::string bytes = file.read(kLargestShipped).toStdString();
+  std::string bytes = file.read(std::min(file.size(), kLargestShipped)).toStdString();
   if (!IsIntact(name, bytes)) return std::nullopt;
   return bytes;
 }
 
-// Writes the shipped files that are missing or damaged in `folder`. One that can't be had or written is
-// reported by the command that needs it.
-void Refill(const std::filesystem::path& folder, const std::filesystem::path& installed) {
+// The file as it ships: the installed one, or else the program's own copy.
+std::optional<std::string> ShippedFile(const std::filesystem::path& installed, const std::string& name) {
+  auto bytes = IntactFile(ToQt(installed / name), name);
+  return bytes ? bytes : IntactFile(QString(kBuiltIn) + '/' + ToQt(name), name);
+}
+
+// Writes the shipped files that `folder` lacks: missing or damaged ones, and where it is the user's own those
+// that differ from what `installed` has. One that can't be had or written is reported by the command that
+// needs it.
+void RefillFiles(const std::filesystem::path& folder, const std::filesystem::path& installed, bool usersOwn) {
   for (const std::string& name : ShippedFiles()) {
-    if (IntactFile(ToQt(folder / name), name)) continue;
-    for (const QString& source : {ToQt(installed), QString(kBuiltIn)}) {
-      const auto bytes = IntactFile(source + '/' + ToQt(name), name);
-      if (!bytes) continue;
-      SafeWrite(folder / name, {Bytes(reinterpret_cast<const unsigned char*>(bytes->data()), bytes->size())});
-      break;
-    }
+    const auto present = IntactFile(ToQt(folder / name), name);
+    if (present && !usersOwn) continue;
+    const auto bytes = ShippedFile(installed, name);
+    if (!bytes || bytes == present) continue;
+    SafeWrite(folder / name, {Bytes(reinterpret_cast<const unsigned char*>(bytes->data()), bytes->size())});
   }
 }
 
 }  // namespace
 
 bool IsIntact(const std::string& name, const std::string& bytes) {
-  if (name == kGrayTemplate) return IsTemplate(bytes, kBitmapHeaderSize, 8) && HasGrayPalette(bytes);
-  if (name == kColorTemplate) return IsTemplate(bytes, kColorHeaderSize, 24);
+  const Bytes content(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+  if (name == kGrayTemplate) return IsDisplayTemplate(content) && HasGrayPalette(bytes);
+  if (name == kColorTemplate) return IsColorTemplate(content);
   if (name == kPointer) return bytes.size() > 22 && Field(bytes, 0, 4) == 0x10000;
-  if (name == kHelpFile) return !bytes.empty();
-  return IsTemplate(bytes, kBitmapHeaderSize, 8);
+  if (name == kHelpFile) return IsWholeManual(bytes);
+  return IsDisplayTemplate(content);
 }
 
-AppDir::AppDir(const std::filesystem::path& program, const std::filesystem::path& data) {
+AppDir::AppDir(const std::filesystem::path& program, const std::filesystem::path& data)
+    : installed_(program / "../share/corvane") {
   std::error_code ignored;
-  const std::filesystem::path installed = program / "../share/corvane";
-  const bool isInstalled = std::filesystem::exists(installed / kGrayTemplate, ignored) &&
+  const bool isInstalled = std::filesystem::exists(installed_ / kGrayTemplate, ignored) &&
                            !std::filesystem::exists(program / kGrayTemplate, ignored);
-  bool taken = !isInstalled && Take(program);
-  if (!taken) {
+  usersOwn_ = isInstalled || !Take(program);
+  if (usersOwn_) {
     std::filesystem::create_directories(data, ignored);
-    taken = Take(data);
+    if (!Take(data)) return;
   }
-  if (taken && state_ == State::Ready) Refill(path_, installed);
+  for (const auto& folder : {program / "samples", installed_ / "samples"})
+    if (samples_.empty() && std::filesystem::is_directory(folder, ignored))
+      samples_ = folder.lexically_normal();
+  if (state_ == State::Ready) RefillFiles(path_, installed_, usersOwn_);
+}
+
+void AppDir::Refill() {
+  std::error_code ignored;
+  std::filesystem::create_directories(path_, ignored);
+  if (!std::filesystem::exists(path_ / kLockFile, ignored)) {
+    const int lost = lock_;
+    if (Take(path_)) close(lost);
+  }
+  RefillFiles(path_, installed_, usersOwn_);
 }
 
 AppDir::~AppDir() {

@@ -13,20 +13,28 @@ class AppDir {
   enum class State { Ready, AlreadyRunning, NotWritable };
 
   // Takes `program`, the folder of the program, or `data`, the user's own folder for it (which is made),
-  // where the first can't be written or belongs to an installed copy. A refusal touches no file.
+  // where the first can't be written or belongs to an installed copy. The user's own then has the files of
+  // the installation, also after an update. A refusal touches no file.
   AppDir(const std::filesystem::path& program, const std::filesystem::path& data);
   ~AppDir();
   AppDir(const AppDir&) = delete;
   AppDir& operator=(const AppDir&) = delete;
 
   State GetState() const { return state_; }
+  // Makes the folder and its shipped files again where they have vanished.
+  void Refill();
   // The folder taken, or the last one tried.
   const std::filesystem::path& Path() const { return path_; }
+  // The pictures that ship with the program, or empty where it stands without them.
+  const std::filesystem::path& Samples() const { return samples_; }
 
  private:
   bool Take(const std::filesystem::path& folder);
 
   std::filesystem::path path_;
+  std::filesystem::path installed_;
+  bool usersOwn_ = false;
+  std::filesystem::path samples_;
   State state_ = State::NotWritable;
   int lock_ = -1;
 };

@@ -10,39 +10,39 @@
 namespace corvane {
 
 void ApplicationDesk::Replace(Window next) {
-  std::unique_ptr<ToolWindow> window = MakeWindow(next, cv_, os_, *this);
+  std::unique_ptr<ToolWindow> window = MakeWindow(next, cv, os, *this);
   if (!window) return;
   if (shown_) shown_->Unload();
   std::swap(window, shown_);
   shown_->Open();
-  PlaceAt(*shown_, {cv_.WindowLeft, cv_.WindowTop});
+  PlaceAt(*shown_, {cv.WindowLeft, cv.WindowTop});
   shown_->show();
   shown_->activateWindow();
-  os_.BusyCursor(false);
+  os.BusyCursor(false);
   if (!window) return;
   window->hide();
   window.release()->deleteLater();  // its handler is still running
 }
 
 void ApplicationDesk::ShowModal(Dialog dialog) {
-  const std::unique_ptr<QDialog> window = MakeDialog(dialog, cv_, os_);
+  const std::unique_ptr<QDialog> window = MakeDialog(dialog, cv, os);
   if (!window) return;
   if (shown_) {
-    cv_.WindowLeft = shown_->x();
-    cv_.WindowTop = shown_->y();
+    cv.WindowLeft = shown_->x();
+    cv.WindowTop = shown_->y();
     window->setParent(shown_.get(), window->windowFlags());
   }
   window->setWindowModality(Qt::WindowModal);
   const QShortcut f1(QKeySequence(Qt::Key_F1), window.get());
   QObject::connect(&f1, &QShortcut::activated, window.get(), [this, topic = window->objectName()] {
-    os_.OpenHelp(cv_.AppDir / kHelpFile, topic.toStdString());
+    os.OpenHelp(cv.AppDir / kHelpFile, topic.toStdString());
   });
-  PlaceAt(*window, {cv_.WindowLeft + kDialogOffset, cv_.WindowTop});
+  PlaceAt(*window, {cv.WindowLeft + kDialogOffset, cv.WindowTop});
   window->exec();
 }
 
 void ApplicationDesk::UnloadForGood() {
-  cv_.KeepTempFiles = false;
+  cv.KeepTempFiles = false;
   if (shown_) shown_->Unload();
 }
 

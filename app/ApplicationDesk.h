@@ -13,7 +13,7 @@ namespace corvane {
 // The desk of the running program: shows, positions and unloads the real windows.
 class ApplicationDesk : public Desk {
  public:
-  ApplicationDesk(ModCV& cv, Platform& os) : cv_(cv), os_(os) {}
+  ApplicationDesk(ModCV& store, Platform& platform) : cv(store), os(platform) {}
 
   // The opener has recorded WindowLeft and WindowTop and committed what it shows. Its unload rules run before
   // the next window reads the store: what they delete is never a file of the next window.
@@ -29,8 +29,8 @@ class ApplicationDesk : public Desk {
   ToolWindow* Shown() const { return shown_.get(); }
 
  private:
-  ModCV& cv_;
-  Platform& os_;
+  ModCV& cv;
+  Platform& os;
   std::unique_ptr<ToolWindow> shown_;
 };
 

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <QSocketNotifier>
+#include <cstdlib>
 #include <utility>
 
 namespace corvane {
@@ -12,6 +13,7 @@ namespace {
 
 constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
 int pipeEnds[2] = {-1, -1};
+EndSignals* alive = nullptr;
 
 void WakeUp(int) {
   const char byte = 1;
@@ -28,23 +30,30 @@ void Handle(int number, void (*handler)(int)) {
 }  // namespace
 
 EndSignals::EndSignals(std::function<void()> end) : end_(std::move(end)) {
+  alive = this;
+  // The toolkit exits by itself where the display is lost.
+  std::atexit([] {
+    if (alive) alive->End();
+  });
   if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) return;
   auto* notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
   connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
     notifier->setEnabled(false);
-    end_();
+    End();
+    // A command that is under way would write again what has just been deleted, so nothing runs on.
+    std::_Exit(EXIT_SUCCESS);
   });
   for (const int number : kSignals) Handle(number, WakeUp);
 }
 
-EndSignals::~EndSignals() {
-  for (const int number : kSignals) Handle(number, SIG_DFL);
-  for (int& end : pipeEnds) close(std::exchange(end, -1));
+void EndSignals::End() {
+  if (end_) std::exchange(end_, nullptr)();
 }
 
-void IgnoreWriteSignals() {
-  Handle(SIGPIPE, SIG_IGN);
-  Handle(SIGXFSZ, SIG_IGN);
+EndSignals::~EndSignals() {
+  alive = nullptr;
+  for (const int number : kSignals) Handle(number, SIG_DFL);
+  for (int& end : pipeEnds) close(std::exchange(end, -1));
 }
 
 }  // namespace corvane

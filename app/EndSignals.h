@@ -5,17 +5,18 @@
 
 namespace corvane {
 
-// Calls `end` from the event loop when the program is asked to end by TERM, INT or HUP. One at a time.
+// Calls `end`, once, when the program must end without being asked to by its user: from the event loop after
+// TERM, INT or HUP, which then end it with status 0; and where the toolkit exits because the display is lost.
+// One at a time.
 class EndSignals : public QObject {
  public:
   explicit EndSignals(std::function<void()> end);
   ~EndSignals() override;
 
  private:
+  void End();
+
   std::function<void()> end_;
 };
-
-// A reader that goes away and a full quota are errors of a write, not of the program.
-void IgnoreWriteSignals();
 
 }  // namespace corvane

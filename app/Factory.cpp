@@ -1,10 +1,12 @@
 #include "app/Factory.h"
 
+#include "align/frmAutoAdjust.h"
 #include "analysis/FTS_Hist.h"
 #include "analysis/frmProfile.h"
-#include "core/frmAbout.h"
-#include "core/frmFITS.h"
-#include "core/frmPref.h"
+#include "app/frmAbout.h"
+#include "app/frmFITS.h"
+#include "app/frmPref.h"
+#include "filters/frmFilter.h"
 #include "luminance/frmDeConv.h"
 #include "luminance/frmMask.h"
 #include "luminance/frmPower.h"
@@ -22,6 +24,8 @@ std::unique_ptr<ToolWindow> MakeWindow(Window window, ModCV& cv, Platform& os, D
       return std::make_unique<frmScale>(cv, os, desk);
     case Window::Mask:
       return std::make_unique<frmMask>(cv, os, desk);
+    case Window::Filter:
+      return std::make_unique<frmFilter>(cv, os, desk);
     default:
       return nullptr;
   }
@@ -45,6 +49,8 @@ std::unique_ptr<QDialog> MakeDialog(Dialog dialog, ModCV& cv, Platform& os) {
       return std::make_unique<frmDeConv>(cv, os);
     case Dialog::Exponent:
       return std::make_unique<frmPower>(cv, os);
+    case Dialog::AutoAdjust:
+      return std::make_unique<frmAutoAdjust>(cv, os);
     default:
       return nullptr;
   }

@@ -1,16 +1,17 @@
-#include <QApplication>
 #include <QStandardPaths>
 #include <clocale>
+#include <cstdio>
 #include <cstdlib>
 
 #include "app/AppDir.h"
+#include "app/Application.h"
 #include "app/ApplicationDesk.h"
 #include "app/EndSignals.h"
-#include "core/frmCVSplash.h"
+#include "app/Process.h"
+#include "app/frmCVSplash.h"
 #include "core/startup.h"
 #include "platform/QtPlatform.h"
 #include "platform/QtText.h"
-#include "platform/SettingsStore.h"
 #include "widgets/Emblem.h"
 
 namespace {
@@ -35,8 +36,11 @@ bool MayStart(const AppDir& appDir, Platform& os) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  IgnoreWriteSignals();
-  QApplication app(argc, argv);
+  if (!PrepareProcess()) {
+    std::fputs("There is not enough memory to start Corvane.\n", stderr);
+    return 1;
+  }
+  Application app(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
   QApplication::setApplicationName("Corvane");
   QApplication::setApplicationVersion("3.211");
@@ -44,19 +48,17 @@ int main(int argc, char** argv) {
   QApplication::setWindowIcon(ProgramIcon());
 
   QtPlatform os;
-  const AppDir appDir(ToPath(QApplication::applicationDirPath()),
-                      ToPath(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)));
+  app.ReportTo(&os);
+  AppDir appDir(ToPath(QApplication::applicationDirPath()),
+                ToPath(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)));
   if (!MayStart(appDir, os)) return 1;
-  RemoveStaleSettingsLock();
 
   ModCV cv;
   cv.AppDir = appDir.Path();
+  cv.RefillAppDir = [&appDir] { appDir.Refill(); };
+  cv.DefaultDir = appDir.Samples();
   ApplicationDesk desk(cv, os);
-  // A command that is under way would write again what has just been deleted, so nothing runs on.
-  const EndSignals signals([&desk] {
-    desk.UnloadForGood();
-    std::_Exit(EXIT_SUCCESS);
-  });
+  const EndSignals signals([&desk] { desk.UnloadForGood(); });
   frmCVSplash splash(desk);
   splash.show();
   os.BusyCursor(true);

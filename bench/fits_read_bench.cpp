@@ -13,9 +13,9 @@
 #include <random>
 #include <string>
 
-#include "core/files.h"
-#include "core/fits_reader.h"
-#include "core/render.h"
+#include "base/files.h"
+#include "base/levels.h"
+#include "formats/fits_file.h"
 
 #if defined(HAVE_CFITSIO)
 #include <fitsio.h>

@@ -1,4 +1,5 @@
 #include <benchmark/benchmark.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <cstring>
@@ -6,8 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "base/safe_write.h"
 #include "core/fits_writer.h"
-#include "core/safe_write.h"
+#include "core/save_image.h"
+#include "core/working_files.h"
+#include "formats/fits_cards.h"
+#include "formats/sixteen_bit.h"
+#include "tests/support/quiet_platform.h"
 
 #ifdef HAVE_CFITSIO
 #include <fitsio.h>
@@ -35,12 +41,11 @@ struct Picture {
 // A store about to write the picture in 16 bits.
 struct Store {
   explicit Store(const Picture& picture) {
-    cv.SlotName[0] = "m42.fts";
     cv.FitsComment = CommentValue("");
     cv.ImageData = picture.values;
     EncodeSixteenBit(cv);
     cv.BytesPerPixel = 2;
-    BuildFitsHeader(cv);
+    BuildFitsHeader(cv, "m42.fts");
   }
   ModCV cv;
 };
@@ -83,7 +88,7 @@ void WriteFitsSafely(benchmark::State& state) {
   for (auto _ : state) {
     store.cv.ImageData = picture.values;
     EncodeSixteenBit(store.cv);
-    BuildFitsHeader(store.cv);
+    BuildFitsHeader(store.cv, "m42.fts");
     if (WriteFits(store.cv, Target()) != 0) state.SkipWithError("not written");
   }
   std::filesystem::remove(Target());
@@ -106,6 +111,71 @@ void WriteFitsInPlace(benchmark::State& state) {
   std::filesystem::remove(Target());
 }
 BENCHMARK(WriteFitsInPlace)->Apply(Sizes);
+
+// A desk on which 16 bits are chosen.
+class SixteenBitDesk : public Desk {
+ public:
+  explicit SixteenBitDesk(ModCV& store) : cv_(store) {}
+  void Replace(Window) override {}
+  void ShowModal(Dialog) override { cv_.BytesPerPixel = 2; }
+
+ private:
+  ModCV& cv_;
+};
+
+// A folder in memory: what is written there costs no disk.
+struct MemoryFolder {
+  MemoryFolder() : path("/dev/shm/corvane_bench" + std::to_string(getpid())) {
+    std::filesystem::create_directory(path);
+    const auto shipped = std::filesystem::read_symlink("/proc/self/exe").parent_path() / kGrayTemplate;
+    std::filesystem::copy_file(shipped, path / kGrayTemplate,
+                               std::filesystem::copy_options::overwrite_existing);
+  }
+  ~MemoryFolder() { std::filesystem::remove_all(path); }
+  std::filesystem::path path;
+};
+
+// The whole command but the dialogs and the disk: prepare, encode, write over an old file, decode into the slot,
+// render its picture, count it and write it.
+void SaveWithoutDisk(benchmark::State& state) {
+  const Picture picture(state);
+  const MemoryFolder folder;
+  ModCV cv;
+  QuietPlatform os;
+  SixteenBitDesk desk(cv);
+  cv.AppDir = folder.path;
+  const ImageSave save{
+      .path = folder.path / "saved.fts", .slot = 0, .picture = cv.SlotBitmap(0), .precision = 2};
+  cv.ImageCount = 1;
+  cv.SlotData[0] = picture.values;
+  cv.SlotData[0].Edit();  // the slot's own
+  for (auto _ : state) {
+    if (!SaveFits(cv, os, desk, save, [] {})) state.SkipWithError("not saved");
+  }
+}
+BENCHMARK(SaveWithoutDisk)->Apply(Sizes);
+
+// The same bytes through the same calls with memcpy for every computation: values, pixels and levels are
+// written once each.
+void SaveWithoutDiskPeerMemcpy(benchmark::State& state) {
+  const Picture picture(state);
+  const MemoryFolder folder;
+  const std::size_t count = picture.Count();
+  FloatImage values = picture.values;
+  values.Edit();
+  ByteBuffer pixels(2 * count), levels(count);
+  const auto* source = reinterpret_cast<const unsigned char*>(picture.values.View().values);
+  for (auto _ : state) {
+    std::memcpy(pixels.data(), source, pixels.size());
+    if (SafeWrite(folder.path / "saved.fts", {{pixels.data(), pixels.size()}}) != 0)
+      state.SkipWithError("not saved");
+    std::memcpy(values.Overwrite().values, source, 4 * count);
+    std::memcpy(levels.data(), source, count);
+    if (WriteInPlace(folder.path / "0temp.bmp", {{levels.data(), count}}) != 0)
+      state.SkipWithError("not saved");
+  }
+}
+BENCHMARK(SaveWithoutDiskPeerMemcpy)->Apply(Sizes);
 
 #ifdef HAVE_CFITSIO
 void WriteFitsPeerCfitsio(benchmark::State& state) {

@@ -9,7 +9,7 @@
 #include <random>
 #include <utility>
 
-#include "core/byte_map.h"
+#include "base/byte_map.h"
 #include "luminance/curves.h"
 #include "luminance/deconvolution.h"
 
@@ -69,6 +69,8 @@ void CurveOnData(benchmark::State& state) {
 }
 BENCHMARK(CurveOnData<1>)->Apply(BothSizes);
 BENCHMARK(CurveOnData<2>)->Apply(BothSizes);
+BENCHMARK(CurveOnData<3>)->Apply(BothSizes);
+BENCHMARK(CurveOnData<5>)->Apply(BothSizes);
 
 // The time of the second iteration: the first one also meets fresh memory.
 class SecondIteration : public IterationWatch {

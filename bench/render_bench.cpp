@@ -14,13 +14,16 @@
 #include <string>
 #include <vector>
 
-#include "core/bitmap_file.h"
+#include "base/files.h"
+#include "base/level_count.h"
+#include "base/levels.h"
 #include "core/bitmap_reader.h"
-#include "core/files.h"
 #include "core/fits_reader.h"
-#include "core/level_count.h"
 #include "core/render.h"
+#include "core/slot_picture.h"
 #include "core/working_files.h"
+#include "formats/bitmap_format.h"
+#include "formats/gray_pixels.h"
 #include "tests/support/quiet_platform.h"
 
 #if defined(HAVE_OPENCV)

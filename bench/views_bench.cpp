@@ -8,7 +8,7 @@
 
 #include "analysis/histogram.h"
 #include "analysis/views.h"
-#include "core/byte_map.h"
+#include "base/byte_map.h"
 #include "viewer/geometry.h"
 #include "viewer/magnify.h"
 

@@ -15,8 +15,4 @@ bool CheckBitmap(ModCV& cv, Platform& os, const std::filesystem::path& path);
 // display bitmap of slot ImageCount. Sets LoadFailed after a message.
 void ReadBitmap(ModCV& cv, Platform& os, const std::filesystem::path& path);
 
-// Gray levels of 24- or 32-bit pixels: the mean of the three colour bytes, rounded to the nearest (there are
-// no ties).
-void GrayFromColor(const unsigned char* pixels, int bytesPerPixel, unsigned char* gray, int width);
-
 }  // namespace corvane

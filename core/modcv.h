@@ -3,15 +3,23 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
-#include "core/display_bitmap.h"
-#include "core/float_image.h"
+#include "base/display_bitmap.h"
+#include "base/float_image.h"
 
 namespace corvane {
 
 inline constexpr int kSlots = 10;
+
+// How the picture of a slot can be made again from its data.
+enum class Rendering {
+  None,       // not at all: there are no data, or the picture shows something else
+  AsOpened,   // by the rule of its sample type
+  FullRange,  // any range wider than 1 is stretched to all levels, as after a save
+};
 
 // The one store. Slots 0..ImageCount-1 are what lasts; the working state belongs to whoever read last.
 struct ModCV {
@@ -21,7 +29,7 @@ struct ModCV {
   std::array<std::string, kSlots> SlotFileSize;
   std::array<std::vector<std::string>, kSlots> SlotHeader;
   std::array<FloatImage, kSlots> SlotData;
-  std::array<bool, kSlots> SlotFullRange{};  // the picture was rendered after a save, see RenderSlotData
+  std::array<Rendering, kSlots> SlotRendering{};
   int ImageCount = 0;
   int CurrentSlot = 0;
   std::string CurrentName;
@@ -57,6 +65,7 @@ struct ModCV {
 
   // Settings and defaults.
   std::filesystem::path AppDir;
+  std::function<void()> RefillAppDir;  // makes the folder and its shipped files again; may be empty
   std::filesystem::path DefaultDir;
   std::filesystem::path SaveDir;
   int MagMode = 1;
@@ -65,6 +74,7 @@ struct ModCV {
   int PColorSetting = 0;
   int AutoRadius = 5;
   int AutoThreshold = 10;
+  bool AutoAdjustOn = false;
   float DeconvRadius = 3.0f;
   bool DeconvStandard = true;
   bool DeconvCancelled = false;
@@ -100,8 +110,15 @@ struct ModCV {
   std::filesystem::path SlotBitmap(int slot) const;
 };
 
-// Copies the working state of a FITS image into the slot; any slot outside 0..9 does nothing.
+// Sets the size fields (ImageWidth .. DataOffset) for a display bitmap of this size.
+void DescribeDisplayBitmap(ModCV& cv, int width, int height);
+
+// Copies the working state of a FITS image into the slot, whose picture is the rendering of its data then;
+// any slot outside 0..9 does nothing.
 void StoreSlot(ModCV& cv, int slot);
+// Exchange and clear all that the store knows of a slot; the files of their pictures stay.
+void SwapSlots(ModCV& cv, int a, int b);
+void ClearSlot(ModCV& cv, int slot);
 
 // `ImageData` becomes the data of the current slot, `ImageMin` and `ImageMax` its range. Does nothing where
 // CurrentSlot is outside 0..9.

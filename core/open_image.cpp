@@ -1,12 +1,15 @@
 #include "core/open_image.h"
 
+#include <cerrno>
 #include <new>
 
-#include "core/bitmap_file.h"
+#include "base/files.h"
+#include "core/accepted.h"
 #include "core/bitmap_reader.h"
-#include "core/files.h"
 #include "core/fits_reader.h"
 #include "core/render.h"
+#include "core/working_files.h"
+#include "platform/busy.h"
 
 namespace corvane {
 namespace {
@@ -21,7 +24,7 @@ bool RoomForOneMore(const ModCV& cv, Platform& os) {
 bool ReadFits(ModCV& cv, Platform& os, const std::filesystem::path& path) {
   ReadFitsHeader(cv, os, path);
   if (!cv.HeaderOK || cv.LoadFailed) return false;
-  os.BusyCursor(true);
+  const Busy busy(os);
   ReadFitsData(cv, os, path);
   if (cv.LoadFailed) return false;
   RenderFits(cv, os);
@@ -30,7 +33,7 @@ bool ReadFits(ModCV& cv, Platform& os, const std::filesystem::path& path) {
 
 bool ReadGray(ModCV& cv, Platform& os, const std::filesystem::path& path) {
   if (!CheckBitmap(cv, os, path)) return false;
-  os.BusyCursor(true);
+  const Busy busy(os);
   ReadBitmap(cv, os, path);
   if (cv.LoadFailed) return false;
   cv.ImageData = {};
@@ -43,30 +46,54 @@ bool ReadGray(ModCV& cv, Platform& os, const std::filesystem::path& path) {
 bool ReadAny(ModCV& cv, Platform& os, const std::filesystem::path& path, ImageKind kind) try {
   return kind == ImageKind::Fits ? ReadFits(cv, os, path) : ReadGray(cv, os, path);
 } catch (const std::bad_alloc&) {
-  const Refusal refusal = NotEnoughMemory();
-  os.Message(refusal.text, refusal.title);
+  Refuse(os, NotEnoughMemory());
   return false;
 }
 
-// The empty record of a slot that holds no image.
-void FreeSlot(ModCV& cv, int slot) {
-  cv.SlotName[slot].clear();
-  cv.SlotBytesPerPixel[slot] = 0;
-  cv.SlotFileSize[slot] = '0';
-  cv.SlotHeader[slot].clear();
-  cv.SlotData[slot] = {};
-  cv.SlotFullRange[slot] = false;
+// A picture that is missing needs no moving.
+int MovePicture(const std::filesystem::path& from, const std::filesystem::path& to) {
+  const int error = QuietRename(from, to);
+  return error == ENOENT ? 0 : error;
 }
 
-void MoveSlotDown(ModCV& cv, int slot) {
-  const int to = slot - 1;
-  cv.SlotName[to] = std::move(cv.SlotName[slot]);
-  cv.SlotBytesPerPixel[to] = cv.SlotBytesPerPixel[slot];
-  cv.SlotFileSize[to] = std::move(cv.SlotFileSize[slot]);
-  cv.SlotHeader[to] = std::move(cv.SlotHeader[slot]);
-  cv.SlotData[to] = std::move(cv.SlotData[slot]);
-  cv.SlotFullRange[to] = cv.SlotFullRange[slot];
-  QuietRename(cv.SlotBitmap(slot), cv.SlotBitmap(to));
+// Moves the image of `slot`, whose picture waits elsewhere, step by step to the place of `target`, and the
+// pictures of those it passes. The slot it reached: a failure, left in `error`, stops it.
+int PassImage(ModCV& cv, int slot, int target, int& error) {
+  while (slot != target) {
+    const int next = slot < target ? slot + 1 : slot - 1;
+    error = MovePicture(cv.SlotBitmap(next), cv.SlotBitmap(slot));
+    if (error != 0) break;
+    SwapSlots(cv, slot, next);
+    slot = next;
+  }
+  return slot;
+}
+
+bool CantClose(const ModCV& cv, Platform& os, int error, bool isLost) {
+  std::string text = "The image can't be closed. Error Number " + std::to_string(error);
+  if (isLost) text += "\nThe picture of \"" + cv.SlotName[cv.CurrentSlot] + "\" is lost.";
+  os.Message(text, "FILE CLOSE ERROR");
+  return false;
+}
+
+// Makes the current image the last one; false, after a message, with it still in its place or near it.
+bool PassToTheEnd(ModCV& cv, Platform& os) {
+  const int first = cv.CurrentSlot;
+  const int last = cv.ImageCount - 1;
+  const std::filesystem::path aside = cv.AppDir / kTempBitmap;
+  if (first == last) return true;
+  int error = MovePicture(cv.SlotBitmap(first), aside);
+  if (error != 0) return CantClose(cv, os, error, false);
+  cv.CurrentSlot = PassImage(cv, first, last, error);
+  if (cv.CurrentSlot == last) {
+    QuietDelete(aside);
+    return true;
+  }
+  int ignored = 0;
+  cv.CurrentSlot = PassImage(cv, cv.CurrentSlot, first, ignored);
+  const bool isBack = MovePicture(aside, cv.SlotBitmap(cv.CurrentSlot)) == 0;
+  const bool isLost = !isBack && cv.SlotRendering[cv.CurrentSlot] == Rendering::None;
+  return CantClose(cv, os, error, isLost);
 }
 
 }  // namespace
@@ -120,11 +147,9 @@ std::optional<int> OpenImageFile(ModCV& cv, Platform& os, const std::filesystem:
     return std::nullopt;
   }
   const int slot = cv.ImageCount;
-  const bool read = ReadAny(cv, os, path, kind);
-  os.BusyCursor(false);
-  if (!read) {
+  if (!ReadAny(cv, os, path, kind)) {
     QuietDelete(cv.SlotBitmap(slot));
-    cv.SlotBytesPerPixel[slot] = 0;
+    ClearSlot(cv, slot);
     return std::nullopt;
   }
   StoreSlot(cv, slot);
@@ -135,15 +160,15 @@ std::optional<int> OpenImageFile(ModCV& cv, Platform& os, const std::filesystem:
   return slot;
 }
 
-void CloseImage(ModCV& cv) {
-  if (cv.ImageCount < 1 || cv.CurrentSlot < 0 || cv.CurrentSlot >= cv.ImageCount) return;
-  const int last = cv.ImageCount - 1;
-  QuietDelete(cv.SlotBitmap(cv.CurrentSlot));
-  for (int slot = cv.CurrentSlot + 1; slot <= last; ++slot) MoveSlotDown(cv, slot);
-  FreeSlot(cv, last);
-  cv.ImageCount = last;
+bool CloseImage(ModCV& cv, Platform& os) {
+  if (cv.ImageCount < 1 || cv.CurrentSlot < 0 || cv.CurrentSlot >= cv.ImageCount) return false;
+  if (!PassToTheEnd(cv, os)) return false;
+  const int last = --cv.ImageCount;
+  QuietDelete(cv.SlotBitmap(last));
+  ClearSlot(cv, last);
   cv.CurrentSlot = last > 0 ? last - 1 : 0;
   cv.CurrentName = cv.SlotName[cv.CurrentSlot];
+  return true;
 }
 
 }  // namespace corvane

@@ -23,8 +23,9 @@ std::optional<int> OpenImage(ModCV& cv, Platform& os, const FileRequest& request
 // The same for a file already chosen.
 std::optional<int> OpenImageFile(ModCV& cv, Platform& os, const std::filesystem::path& path);
 
-// Removes the current slot and moves the later ones down; the last slot becomes the current one (0 where
-// none is left). Does nothing without an image.
-void CloseImage(ModCV& cv);
+// Removes the current slot and moves the later ones down; the last slot becomes the current one (0 where none
+// is left). False after a message where their pictures can't be moved: the image stays open and no picture is
+// found under another's name. Slots are then as before, or, where moving back failed too, in another order.
+bool CloseImage(ModCV& cv, Platform& os);
 
 }  // namespace corvane

@@ -1,17 +1,17 @@
 #include "core/save_image.h"
 
-#include <cstring>
 #include <new>
 #include <utility>
 
-#include "core/bitmap_file.h"
-#include "core/files.h"
-#include "core/fits_format.h"
+#include "base/files.h"
+#include "base/safe_write.h"
+#include "core/accepted.h"
 #include "core/fits_writer.h"
 #include "core/render.h"
-#include "core/safe_write.h"
 #include "core/slot_picture.h"
 #include "core/working_files.h"
+#include "formats/bitmap_format.h"
+#include "platform/busy.h"
 
 namespace corvane {
 namespace {
@@ -81,36 +81,99 @@ bool IsOwnFile(const ModCV& cv, const std::filesystem::path& path) {
          std::filesystem::equivalent(target.parent_path(), cv.AppDir, error);
 }
 
-// The bytes just written become the data, as a reader of the file would decode them.
-void TakeWrittenBytes(ModCV& cv) {
-  const FitsLayout written{.bytesPerPixel = 1, .width = cv.Width(), .height = cv.Height()};
-  cv.ImageData = FloatImage(written.width, written.height);
-  DecodePixels(written, cv.FitsOutBuf.data(), cv.ImageData.Overwrite().values, cv.ImageData.Count());
-}
+// A FITS file on its way: asks the user at once; the working state is put back unless the file is written.
+class FitsWrite {
+ public:
+  FitsWrite(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save)
+      : cv_(cv), os_(os), save_(save), before_(cv) {
+    cv.BytesPerPixel = save.precision;
+    desk.ShowModal(Dialog::SaveOptions);
+    isSixteenBit_ = save.precision != 1 && cv.BytesPerPixel == 2;
+    busy_.emplace(os);
+  }
+  ~FitsWrite() { cv_.OriginalFiles.clear(); }
 
-// Header and data for BytesPerPixel; false when filling 16 bits was abandoned.
-bool Fill(ModCV& cv, const std::function<bool()>& fillSixteen) {
-  const bool sixteen = cv.BytesPerPixel == 2;
-  if (sixteen && !fillSixteen()) return false;
-  cv.BytesPerPixel = sixteen ? 2 : 1;
-  BuildFitsHeader(cv);
-  if (!sixteen) TakeWrittenBytes(cv);
-  return true;
-}
+  bool IsSixteenBit() const { return isSixteenBit_; }
 
-bool FillAndWrite(ModCV& cv, Platform& os, const std::filesystem::path& path,
-                  const std::function<bool()>& fillSixteen) try {
-  return Fill(cv, fillSixteen) && Report(os, WriteFits(cv, path));
-} catch (const std::bad_alloc&) {
+  // Encodes ImageData, or the picture, and writes the file. False after a message.
+  bool Finish() {
+    if (isSixteenBit_) EncodeSixteenBit(cv_);
+    cv_.BytesPerPixel = isSixteenBit_ ? 2 : 1;
+    BuildFitsHeader(cv_, save_.source.empty() ? cv_.SlotName[save_.slot] : save_.source);
+    if (!Report(os_, WriteFits(cv_, save_.path))) return false;
+    cv_.HeaderCards.resize(kKeptCards);
+    cv_.HeaderCount = kKeptCards;
+    before_.Keep();
+    return true;
+  }
+
+ private:
+  ModCV& cv_;
+  Platform& os_;
+  const ImageSave& save_;
+  WorkingState before_;
+  bool isSixteenBit_ = false;
+  std::optional<Busy> busy_;
+};
+
+bool NoMemory(Platform& os) {
   os.Message(NotEnoughMemory().text, "DATA SAVE ERROR");
   return false;
 }
 
-// `picture` as that of the slot; where it is lost, the data that were saved show the same.
-std::optional<Refusal> TakePicture(ModCV& cv, int slot, const std::filesystem::path& picture) {
-  if (picture == cv.SlotBitmap(slot)) return std::nullopt;
-  const auto refusal = MoveToSlot(cv, picture, slot);
-  return refusal && !cv.ImageData.Empty() ? RenderInto(cv, slot) : refusal;
+// The slot's data after `operation` as a file.
+bool WriteSlotData(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save,
+                   const std::function<void()>& operation) try {
+  FitsWrite file(cv, os, desk, save);
+  if (file.IsSixteenBit()) {
+    PrepareSixteenBit(cv, save.slot, save.precision);
+    operation();
+  }
+  return file.Finish();
+} catch (const std::bad_alloc&) {
+  return NoMemory(os);
+}
+
+// True for a sound picture. That of the slot is made again where it is lost.
+bool HasPicture(ModCV& cv, Platform& os, const ImageSave& save) {
+  if (save.picture == cv.SlotBitmap(save.slot)) return EnsureSlotPicture(cv, os, save.slot);
+  int width = 0;
+  int height = 0;
+  return Accepted(os, ReadDisplaySize(save.picture, width, height));
+}
+
+// `save.picture` as that of the slot; where it can't be moved, DisplayBits are the same.
+std::optional<Refusal> TakePicture(ModCV& cv, const ImageSave& save) {
+  const std::filesystem::path own = cv.SlotBitmap(save.slot);
+  if (save.picture == own || MoveToSlot(cv, save.picture, save.slot) == std::nullopt) return std::nullopt;
+  return WriteWorkingBitmap(cv, cv.AppDir / kGrayTemplate, own, cv.Display());
+}
+
+// What the file holds as the working data, and in 8 bits its picture as that of the slot.
+std::optional<Refusal> TakeSaved(ModCV& cv, const ImageSave& save) try {
+  const bool isFits = !cv.HeaderCards.empty();
+  const bool isEightBit = cv.BytesPerPixel == 1;
+  if (isEightBit) cv.ImageData = {};  // the slot keeps its data until its picture is taken
+  if (isFits) TakeWrittenData(cv, save.slot);
+  return isEightBit ? TakePicture(cv, save) : std::nullopt;
+} catch (const std::bad_alloc&) {
+  return NotEnoughMemory();
+}
+
+// The picture of the data that were written. One that can't be written is not shown by an old file either.
+std::optional<Refusal> RenderSaved(ModCV& cv, const ImageSave& save) {
+  const std::filesystem::path own = cv.SlotBitmap(save.slot);
+  if (save.picture != own) QuietDelete(save.picture);
+  auto refusal = RenderSlotData(cv);
+  if (refusal) QuietDelete(own);
+  return refusal;
+}
+
+// Accepted, for what fails after the user's file is safe.
+bool AcceptedAfterSave(Platform& os, const ImageSave& save, std::optional<Refusal> refusal) {
+  if (refusal)
+    refusal->text = "\"" + save.path.filename().string() + "\" is saved, but not shown. " + refusal->text;
+  return Accepted(os, refusal);
 }
 
 }  // namespace
@@ -157,67 +220,55 @@ int SlotPrecision(const ModCV& cv, int slot, int width, int height) {
   return fits ? cv.SlotBytesPerPixel[slot] : 1;
 }
 
-bool SaveFits(ModCV& cv, Platform& os, Desk& desk, const std::filesystem::path& path, int code,
-              const std::function<bool()>& fillSixteen) {
-  WorkingState before(cv);
-  cv.BytesPerPixel = code;
-  desk.ShowModal(Dialog::SaveOptions);
-  if (code == 1) cv.BytesPerPixel = 1;
-  os.BusyCursor(true);
-  const bool saved = FillAndWrite(cv, os, path, fillSixteen);
-  os.BusyCursor(false);
-  cv.OriginalFiles.clear();
-  if (!saved) return false;
-  cv.HeaderCards.resize(kKeptCards);
-  cv.HeaderCount = kKeptCards;
-  before.Keep();
-  return true;
-}
-
 bool SaveCopy(Platform& os, const std::filesystem::path& source, const std::filesystem::path& path) {
-  os.BusyCursor(true);
-  const bool saved = Report(os, SafeCopy(source, path));
-  os.BusyCursor(false);
-  return saved;
+  const Busy busy(os);
+  return Report(os, SafeCopy(source, path));
 }
 
-bool SaveBitmap(ModCV& cv, Platform& os, const std::filesystem::path& picture,
-                const std::filesystem::path& path) {
-  WorkingState before(cv);
+bool SaveBitmap(ModCV& cv, Platform& os, const ImageSave& save) {
+  return WriteBitmapFile(cv, os, save) && CommitSave(cv, os, save);
+}
+
+bool SaveFits(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save,
+              const std::function<void()>& operation) {
+  return WriteSlotData(cv, os, desk, save, operation) && CommitSave(cv, os, save);
+}
+
+bool SaveFitsData(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save,
+                  const std::function<FloatImage()>& data) {
+  return WriteFitsFile(cv, os, desk, save, data) && CommitSave(cv, os, save);
+}
+
+bool WriteBitmapFile(ModCV& cv, Platform& os, const ImageSave& save) {
   cv.OriginalFiles.clear();
-  if (picture == cv.SlotBitmap(cv.CurrentSlot)) {
-    if (!EnsureSlotPicture(cv, os, cv.CurrentSlot)) return false;
-  } else if (const std::optional<Refusal> damaged = ReadBitmapHeader(cv, picture)) {
-    os.Message(damaged->text, damaged->title);
-    return false;
-  }
-  if (!SaveCopy(os, picture, path)) return false;
+  if (!HasPicture(cv, os, save) || !SaveCopy(os, save.picture, save.path)) return false;
   cv.ImageData = {};
   cv.HeaderCards.clear();
   cv.HeaderCount = 0;
   cv.FitsFileSize = '0';
   cv.BytesPerPixel = 1;
-  before.Keep();
   return true;
 }
 
-bool CommitSave(ModCV& cv, Platform& os, int slot, const std::filesystem::path& path,
-                const std::filesystem::path& picture) {
-  if (const auto refusal = TakePicture(cv, slot, picture)) {
-    os.Message(refusal->text, refusal->title);
-    return false;
-  }
-  StoreSlot(cv, slot);
-  cv.OpenTitle = path.filename().string();
-  cv.SlotName[slot] = cv.OpenTitle;
-  cv.CurrentSlot = slot;
+bool WriteFitsFile(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save,
+                   const std::function<FloatImage()>& data) try {
+  FitsWrite file(cv, os, desk, save);
+  if (file.IsSixteenBit()) cv.ImageData = data();
+  return file.Finish();
+} catch (const std::bad_alloc&) {
+  return NoMemory(os);
+}
+
+bool CommitSave(ModCV& cv, Platform& os, const ImageSave& save) {
+  const Busy busy(os);
+  if (!AcceptedAfterSave(os, save, TakeSaved(cv, save))) return false;
+  StoreSlot(cv, save.slot);
+  cv.OpenTitle = save.path.filename().string();
+  cv.SlotName[save.slot] = cv.OpenTitle;
+  cv.CurrentSlot = save.slot;
   cv.CurrentName = cv.OpenTitle;
-  if (slot == cv.ImageCount) ++cv.ImageCount;
-  if (cv.BytesPerPixel == 2) {
-    os.BusyCursor(true);
-    RenderSlotData(cv, os);
-    os.BusyCursor(false);
-  }
+  if (save.slot == cv.ImageCount) ++cv.ImageCount;
+  if (cv.BytesPerPixel == 2) AcceptedAfterSave(os, save, RenderSaved(cv, save));
   return true;
 }
 

@@ -12,13 +12,6 @@
 
 namespace corvane {
 
-// Saving is three steps that a window composes:
-//   1. AskSaveFile                 where to, and as what
-//   2. SaveFits or SaveBitmap      the file; after false, file and store are as they were: just return
-//   3. CommitSave                  slot record, name and picture
-// Nothing that lasts changes before step 3. A window does its own work on a view, its list or its state after
-// it, and may work between 2 and 3 (the stacker closes its inputs there) as long as nothing is read or shown.
-
 struct SaveTarget {
   std::filesystem::path path;
   ImageKind kind = ImageKind::Unknown;
@@ -37,35 +30,38 @@ std::optional<std::filesystem::path> AskSavePath(ModCV& cv, Platform& os, const 
 // written at full precision.
 int SlotPrecision(const ModCV& cv, int slot, int width, int height);
 
-// Asks for bits and comment (BytesPerPixel is `code` while the dialog is open), fills FitsOutBuf and writes
-// the file.
-//
-// The caller has set: DisplayBits, RowStride, ImageWidth and ImageHeight to the picture that is shown (after
-// reading something else: LoadDisplayBits of its file); CurrentSlot, whose name goes into the header;
-// OriginalFiles where the image was made from several, empty otherwise (it is emptied by every save).
-// `code` is 2, 4 or -4 where `fillSixteen` can write the picture at full precision (see SlotPrecision), else
-// 1: only 8 bits are offered then and `fillSixteen` may be empty. It is called for 16 bits only and ends in
-// EncodeSixteenBit, as SixteenBitSave does; false from it abandons the save without a message.
-//
-// After true the working state is what a slot of this file holds: HeaderCards (10 cards), ImageData (the
-// values of the file), BytesPerPixel (1 or 2), FitsFileSize. After false all of it is as before the call.
-bool SaveFits(ModCV& cv, Platform& os, Desk& desk, const std::filesystem::path& path, int code,
-              const std::function<bool()>& fillSixteen);
+// An image about to be saved. DisplayBits and the size fields are those of `picture`.
+struct ImageSave {
+  std::filesystem::path path;     // of the file
+  int slot = 0;                   // whose image it becomes; ImageCount for a new one, for which there is room
+  std::filesystem::path picture;  // a display bitmap of AppDir: what is saved in 8 bits
+  int precision = 1;              // 2, 4 or -4 where 16 bits can be written (see SlotPrecision)
+  std::string source{};  // the file named in the header where OriginalFiles is empty; "" = the slot's name
+};
 
-// Copies the display bitmap `picture` to the file. After true the working state is what a slot of a bitmap
-// holds: no header, no data, BytesPerPixel 1. False after a message.
-bool SaveBitmap(ModCV& cv, Platform& os, const std::filesystem::path& picture,
-                const std::filesystem::path& path);
+// Writes the file and makes it the image of the slot, which becomes the current one and takes the file's
+// name; then DisplayBits and the size fields describe the slot's picture. False after a message, with the
+// slots as before; where it is the slot's picture that failed, the message says that the file is saved.
+//
+// A bitmap is a copy of the picture. A FITS file has the bits and the comment that the user is asked for; in
+// 16 bits it holds the slot's data, prepared, after `operation` on ImageData, and the slot's picture is
+// rendered from them. OriginalFiles names the files of an image made from several; every save leaves it
+// empty.
+bool SaveBitmap(ModCV& cv, Platform& os, const ImageSave& save);
+bool SaveFits(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save,
+              const std::function<void()>& operation);
+// The same for data that are no slot's: `data` gives the values to encode, and is called for 16 bits only.
+bool SaveFitsData(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save,
+                  const std::function<FloatImage()>& data);
+
+// The two steps of a save, for a window that works between them without reading or showing anything: the
+// slots it closes, say. After false from the first the working state is as before.
+bool WriteBitmapFile(ModCV& cv, Platform& os, const ImageSave& save);
+bool WriteFitsFile(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save,
+                   const std::function<FloatImage()>& data);
+bool CommitSave(ModCV& cv, Platform& os, const ImageSave& save);
 
 // Copies any file of AppDir to a file that the user named. False after a message.
 bool SaveCopy(Platform& os, const std::filesystem::path& source, const std::filesystem::path& path);
-
-// Makes the image just saved that of `slot`, which becomes the current one: `picture` moves to the slot's
-// display bitmap (unless it is that file), the working state is stored, the name is that of `path`. A slot at
-// ImageCount is a new image (ImageCount grows; there must be room). After 16 bits the picture is rendered
-// again from the written data and LumHist counted. DisplayBits and the size fields describe the slot's
-// picture then. False after a message, with the slot as before; the saved file stands.
-bool CommitSave(ModCV& cv, Platform& os, int slot, const std::filesystem::path& path,
-                const std::filesystem::path& picture);
 
 }  // namespace corvane

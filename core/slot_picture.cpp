@@ -1,17 +1,13 @@
 #include "core/slot_picture.h"
 
-#include "core/bitmap_file.h"
-#include "core/open_image.h"
+#include "base/files.h"
+#include "core/accepted.h"
 #include "core/render.h"
+#include "core/working_files.h"
+#include "formats/bitmap_format.h"
 
 namespace corvane {
 namespace {
-
-// A tool's result is marked by its name, and a bitmap has no data.
-bool IsPlainRendering(const ModCV& cv, int slot) {
-  return !cv.SlotData[slot].Empty() && !cv.SlotName[slot].starts_with('~') &&
-         KindOf(cv.SlotName[slot]) == ImageKind::Fits;
-}
 
 std::optional<Refusal> RenderAgain(ModCV& cv, int slot) {
   cv.ImageData = cv.SlotData[slot];
@@ -21,15 +17,59 @@ std::optional<Refusal> RenderAgain(ModCV& cv, int slot) {
 
 }  // namespace
 
+std::optional<Refusal> ReadBitmapHeader(ModCV& cv, const std::filesystem::path& path) {
+  int width = 0;
+  int height = 0;
+  auto refusal = ReadDisplaySize(path, width, height);
+  if (!refusal) DescribeDisplayBitmap(cv, width, height);
+  return refusal;
+}
+
+std::optional<Refusal> LoadDisplayBits(ModCV& cv, const std::filesystem::path& path) {
+  DisplayBitmap picture;
+  picture.bits.Swap(cv.DisplayBits);  // memory of the right size is used again
+  auto refusal = ReadDisplayBitmap(path, picture);
+  picture.bits.Swap(cv.DisplayBits);
+  if (!refusal) DescribeDisplayBitmap(cv, picture.width, picture.height);
+  return refusal;
+}
+
 bool LoadSlotPicture(ModCV& cv, Platform& os, int slot) {
   auto refusal = LoadDisplayBits(cv, cv.SlotBitmap(slot));
-  if (refusal && IsPlainRendering(cv, slot)) refusal = RenderAgain(cv, slot);
-  if (refusal) os.Message(refusal->text, refusal->title);
-  return !refusal;
+  if (refusal && cv.SlotRendering[slot] != Rendering::None) refusal = RenderAgain(cv, slot);
+  return Accepted(os, refusal);
 }
 
 bool EnsureSlotPicture(ModCV& cv, Platform& os, int slot) {
-  return !ReadBitmapHeader(cv, cv.SlotBitmap(slot)) || LoadSlotPicture(cv, os, slot);
+  if (!ReadBitmapHeader(cv, cv.SlotBitmap(slot))) return true;
+  if (cv.DisplayBits.empty()) return LoadSlotPicture(cv, os, slot);
+  return Accepted(os, WriteWorkingBitmap(cv, cv.AppDir / kGrayTemplate, cv.SlotBitmap(slot), cv.Display()));
+}
+
+std::optional<Refusal> MoveToSlot(ModCV& cv, const std::filesystem::path& picture, int slot) {
+  if (auto damaged = ReadBitmapHeader(cv, picture)) return damaged;
+  const std::filesystem::path own = cv.SlotBitmap(slot);
+  const int error = QuietRename(picture, own);
+  if (error == 0) return std::nullopt;
+  return Refusal{"FILE OPEN ERROR", "The file \"" + own.filename().string() +
+                                        "\" can't be written. Error Number " + std::to_string(error)};
+}
+
+bool KeepPicture(ModCV& cv, Platform& os, const std::filesystem::path& picture) {
+  const int slot = cv.CurrentSlot;
+  if (!Accepted(os, MoveToSlot(cv, picture, slot))) return false;
+  if (!cv.SlotName[slot].starts_with('~')) cv.SlotName[slot].insert(0, 1, '~');
+  cv.SlotBytesPerPixel[slot] = 1;
+  cv.SlotRendering[slot] = Rendering::None;
+  cv.CurrentName = cv.SlotName[slot];
+  return true;
+}
+
+bool KeepWorkingImage(ModCV& cv, Platform& os) {
+  if (cv.ImageChanged && !KeepPicture(cv, os, cv.AppDir / kTempBitmap)) return false;
+  DeleteToolFiles(cv.AppDir);
+  cv.CurrentName = cv.SlotName[cv.CurrentSlot];
+  return true;
 }
 
 }  // namespace corvane

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "core/text.h"
+#include "base/text.h"
 #include "core/working_files.h"
 
 namespace corvane {
@@ -37,11 +37,11 @@ int ReadNumber(const NumberSetting& setting, Platform& os) {
   return valid ? *value : setting.fallback;
 }
 
-std::filesystem::path ReadDirectory(const DirectorySetting& setting, Platform& os) {
-  const std::filesystem::path fallback = os.DocumentsDir();
-  const std::filesystem::path stored = os.Setting(setting.key, fallback.string());
+std::filesystem::path ReadDirectory(const DirectorySetting& setting, const std::filesystem::path& first,
+                                    Platform& os) {
+  const std::filesystem::path stored = os.Setting(setting.key, first.string());
   std::error_code error;
-  return stored.is_absolute() && std::filesystem::is_directory(stored, error) ? stored : fallback;
+  return stored.is_absolute() && std::filesystem::is_directory(stored, error) ? stored : os.DocumentsDir();
 }
 
 }  // namespace
@@ -49,21 +49,28 @@ std::filesystem::path ReadDirectory(const DirectorySetting& setting, Platform& o
 void StartUp(ModCV& cv, Platform& os) {
   ModCV fresh;
   fresh.AppDir = std::move(cv.AppDir);
+  fresh.RefillAppDir = std::move(cv.RefillAppDir);
+  fresh.DefaultDir = std::move(cv.DefaultDir);
   fresh.SlotFileSize.fill("0");
   cv = std::move(fresh);
   for (const NumberSetting& setting : kNumbers) cv.*setting.field = ReadNumber(setting, os);
-  for (const DirectorySetting& setting : kDirectories) cv.*setting.field = ReadDirectory(setting, os);
+  for (const DirectorySetting& setting : kDirectories)
+    cv.*setting.field = ReadDirectory(setting, cv.*setting.field, os);
   DeleteLeftovers(cv.AppDir);
 }
 
-void SavePreferences(const ModCV& cv, Platform& os) {
-  for (const NumberSetting& setting : kNumbers)
-    os.SaveSetting(setting.key, std::to_string(cv.*setting.field));
+bool SavePreferences(const ModCV& cv, Platform& os) {
+  Settings values;
+  for (const NumberSetting& setting : kNumbers) values[setting.key] = std::to_string(cv.*setting.field);
+  const int error = os.SaveSettings(values);
+  if (error != 0) os.Message("Error Number " + std::to_string(error), "DATA SAVE ERROR");
+  return error == 0;
 }
 
 void SaveDirectories(const ModCV& cv, Platform& os) {
-  for (const DirectorySetting& setting : kDirectories)
-    os.SaveSetting(setting.key, (cv.*setting.field).string());
+  Settings values;
+  for (const DirectorySetting& setting : kDirectories) values[setting.key] = (cv.*setting.field).string();
+  os.SaveSettings(values);
 }
 
 }  // namespace corvane

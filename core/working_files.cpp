@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "core/bitmap_file.h"
-#include "core/files.h"
+#include "base/files.h"
+#include "formats/bitmap_format.h"
 
 namespace corvane {
 
@@ -41,30 +41,12 @@ void DeleteSlotBitmaps(const ModCV& cv) {
   for (int slot = 0; slot < cv.ImageCount; ++slot) QuietDelete(cv.SlotBitmap(slot));
 }
 
-std::optional<Refusal> MoveToSlot(ModCV& cv, const std::filesystem::path& picture, int slot) {
-  if (auto damaged = ReadBitmapHeader(cv, picture)) return damaged;
-  const std::filesystem::path own = cv.SlotBitmap(slot);
-  if (QuietRename(picture, own)) return std::nullopt;
-  return Refusal{"FILE OPEN ERROR", "The file \"" + own.filename().string() + "\" can't be written."};
-}
-
-bool KeepPicture(ModCV& cv, Platform& os, const std::filesystem::path& picture) {
-  if (const auto refusal = MoveToSlot(cv, picture, cv.CurrentSlot)) {
-    os.Message(refusal->text, refusal->title);
-    return false;
-  }
-  std::string& name = cv.SlotName[cv.CurrentSlot];
-  if (!name.starts_with('~')) name.insert(0, 1, '~');
-  cv.SlotBytesPerPixel[cv.CurrentSlot] = 1;
-  cv.CurrentName = name;
-  return true;
-}
-
-bool KeepWorkingImage(ModCV& cv, Platform& os) {
-  if (cv.ImageChanged && !KeepPicture(cv, os, cv.AppDir / kTempBitmap)) return false;
-  DeleteToolFiles(cv.AppDir);
-  cv.CurrentName = cv.SlotName[cv.CurrentSlot];
-  return true;
+std::optional<Refusal> WriteWorkingBitmap(const ModCV& cv, const std::filesystem::path& headerFile,
+                                          const std::filesystem::path& target, ConstGrayView pixels) {
+  auto refusal = WriteDisplayBitmap(headerFile, target, pixels);
+  if (!refusal || !cv.RefillAppDir) return refusal;
+  cv.RefillAppDir();
+  return WriteDisplayBitmap(headerFile, target, pixels);
 }
 
 }  // namespace corvane

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "base/display_bitmap.h"
+#include "base/refusal.h"
 #include "core/modcv.h"
-#include "core/refusal.h"
-#include "platform/platform.h"
 
 namespace corvane {
 
@@ -38,17 +38,8 @@ void DeleteViewFiles(const std::filesystem::path& appDir);  // at the viewer's u
 void DeleteToolFiles(const std::filesystem::path& appDir);  // when a tool is left
 void DeleteSlotBitmaps(const ModCV& cv);                    // at exit
 
-// Moves `picture`, a display bitmap of AppDir, once it is known to be sound, to that of `slot`. The size
-// fields describe it then. After a refusal all is as before.
-std::optional<Refusal> MoveToSlot(ModCV& cv, const std::filesystem::path& picture, int slot);
-
-// `picture` becomes that of the current slot: an 8-bit image whose name begins with "~". False after a
-// message, with slot and files as before, where it is damaged or can't be moved.
-bool KeepPicture(ModCV& cv, Platform& os, const std::filesystem::path& picture);
-
-// What a tool does before another window takes its place: a result that is neither saved nor undone
-// (ImageChanged) becomes the current slot's picture, an 8-bit one whose name begins with "~"; the tool's
-// files go. False after a message, with slot and files as before, where the result cannot be kept.
-bool KeepWorkingImage(ModCV& cv, Platform& os);
+// WriteDisplayBitmap for a working file. Where AppDir or its shipped files have vanished they are made again.
+std::optional<Refusal> WriteWorkingBitmap(const ModCV& cv, const std::filesystem::path& headerFile,
+                                          const std::filesystem::path& target, ConstGrayView pixels);
 
 }  // namespace corvane

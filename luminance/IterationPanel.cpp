@@ -2,8 +2,9 @@
 
 #include <QGridLayout>
 
-#include "core/progress.h"
-#include "core/text.h"
+#include "base/progress.h"
+#include "base/text.h"
+#include "widgets/BarProgress.h"
 #include "widgets/controls.h"
 
 namespace corvane {
@@ -52,15 +53,7 @@ void IterationPanel::Clear() {
   lblError->clear();
 }
 
-void IterationPanel::ShowRow(int done, int total) {
-  const int percent = Percent(done, total);
-  if (percent == ProgressBar1->value()) return;
-  // A progress bar paints each step at once, which takes longer than the rows of a small image. With updates
-  // off it waits for the event loop, as other controls do.
-  ProgressBar1->setUpdatesEnabled(false);
-  ProgressBar1->setValue(percent);
-  ProgressBar1->setUpdatesEnabled(true);
-}
+void IterationPanel::ShowRow(int done, int total) { ShowPercent(*ProgressBar1, Percent(done, total)); }
 
 void IterationPanel::ShowIteration(int iteration, float relativeError) {
   lblIteration->setText(QString::number(iteration));

@@ -1,8 +1,9 @@
 #include "luminance/curves.h"
 
-#include <algorithm>
 #include <cmath>
 
+#include "base/numeric.h"
+#include "luminance/curve_kernels.h"
 #include "luminance/portable_math.h"
 
 namespace corvane {
@@ -111,42 +112,17 @@ void LinearData(const Scaling&, const Exponents&, float lowest, float highest, F
   }
 }
 
-// Values pass through `curve` in blocks that stay in the cache.
-template <class CurveOfBlock>
-void CurvedData(float lowest, DataGain rule, FloatView data, CurveOfBlock curve) {
-  constexpr std::size_t kBlock = 512;
-  double block[kBlock];
-  for (std::size_t start = 0; start < data.Count(); start += kBlock) {
-    const std::size_t count = std::min(kBlock, data.Count() - start);
-    float* values = data.values + start;
-    for (std::size_t i = 0; i < count; ++i) {
-      const float d = values[i] - lowest;
-      block[i] = d < 0 ? 0 : d;
-    }
-    curve(block, count);
-    for (std::size_t i = 0; i < count; ++i) {
-      const double y = block[i] * rule.gain;
-      values[i] = y > rule.ceiling ? rule.ceiling : static_cast<float>(y);
-    }
-  }
-}
-
 void LogarithmicData(const Scaling&, const Exponents&, float lowest, float highest, FloatView data) {
   const float range = highest - lowest;
   const DataGain rule = GainFor(range, 1.0f, range > 1.0f ? Logarithm(range) : 1.0, 0.0);
-  CurvedData(lowest, rule, data, [](double* d, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) d[i] = d[i] < 1.0 ? 1.0 : d[i];
-    ChosenPortableMathKernels().logarithms(d, d, count);
-  });
+  ChosenCurveKernels().logarithm({lowest, rule.gain, rule.ceiling}, data.values, data.Count());
 }
 
 void PowerData(const Scaling& s, const Exponents& e, float lowest, float highest, FloatView data) {
   const float range = highest - lowest;
   const DataGain rule = GainFor(range, 0.0f, range > 0.0f ? Power(range, Resolve(e.gain, s)) : 1.0, 1.0);
-  const double exponent = Resolve(e.data, s);
-  CurvedData(lowest, rule, data, [exponent](double* d, std::size_t count) {
-    ChosenPortableMathKernels().powers(d, exponent, d, count);
-  });
+  ChosenCurveKernels().power({lowest, rule.gain, rule.ceiling}, Resolve(e.data, s), data.values,
+                             data.Count());
 }
 
 void ContrastData(const Scaling& s, const Exponents&, float lowest, float, FloatView data) {
@@ -182,11 +158,6 @@ const Curve* CurveOf(const Scaling& scaling) {
   return known ? &kCurves[scaling.mode] : nullptr;
 }
 
-std::uint8_t LimitedLevel(double level) {
-  if (!(level > 0)) return 0;
-  return level > 255 ? 255 : static_cast<std::uint8_t>(std::nearbyint(level));
-}
-
 }  // namespace
 
 std::span<const Curve> Curves() { return kCurves; }
@@ -204,8 +175,8 @@ std::array<std::uint8_t, 256> ScaleTable(const Scaling& scaling) {
   const double gain = ScaleFactor(scaling);
   for (int level = 0; level < 256; ++level) {
     const float v = static_cast<float>(level);
-    table[level] = LimitedLevel(curve == nullptr ? AboveClip(scaling, v)
-                                                 : curve->transfer(scaling, curve->exponents, v, gain));
+    table[level] = ToByte(curve == nullptr ? AboveClip(scaling, v)
+                                           : curve->transfer(scaling, curve->exponents, v, gain));
   }
   return table;
 }

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/drawing.h"
-#include "core/float_image.h"
+#include "base/drawing.h"
+#include "base/float_image.h"
 
 namespace corvane {
 
@@ -58,7 +58,7 @@ std::vector<Stroke> ScaleMap(const Scaling& scaling);
 // `maximum`, in single precision like R16 = H16 - L16 and d = max(0, value - L16). The straight lines
 // ("Linear Scale", "Brightness and Contrast") stay in single precision, each operation rounded. For the
 // others the curve, the gain and their product are 64-bit floats, rounded once: the gain of a large exponent
-// does not fit 32 bits. Blanks (not-a-number) stay blank.
+// does not fit 32 bits. NaN values are blank and stay so.
 void ScaleData(const Scaling& scaling, float minimum, float maximum, FloatView data);
 
 }  // namespace corvane

@@ -5,14 +5,14 @@
 #include <cstdint>
 #include <cstring>
 
-#include "core/pixel_buffer.h"
+#include "base/pixel_buffer.h"
 #include "luminance/deconvolution_kernels.h"
 #include "luminance/portable_math.h"
 
 namespace corvane {
 namespace {
 
-constexpr int kTilesAtATime = 16;  // whose turned columns stay in the fastest cache
+constexpr int kTilesAtATime = 16;  // whose transposed columns stay in the fastest cache
 
 constexpr int RoundUp(int value, int step) { return (value + step - 1) / step * step; }
 
@@ -79,7 +79,8 @@ class BandBlur {
     }
   }
 
-  // `count` turned columns of the band's rows from column x on; the last column is repeated beyond the edge.
+  // `count` transposed columns of the band's rows from column x on; the last column is repeated beyond the
+  // edge.
   void Fill(int band, int x, int count, float* columns) {
     int done = 0;
     for (; done + kTile <= count && x + done + kTile <= form_.Width(); done += kTile) {
@@ -127,6 +128,14 @@ class BandBlur {
   std::vector<int> slots_;
 };
 
+// Asks for `count` values that the work comes to soon. It goes along 16 rows at once, too many for the
+// processor to look ahead in each by itself.
+template <class Value>
+void Prefetch(const Value* values, int count) {
+  constexpr int kLine = 64 / sizeof(Value);
+  for (int i = 0; i < count; i += kLine) __builtin_prefetch(values + i);
+}
+
 // Runs `work` on whole segments: the last, shorter one of a row through buffers whose rest is 0.
 template <class Value, class Work>
 void OnWholeSegment(const Value* observed, Value* estimate, int count, Work work) {
@@ -143,6 +152,7 @@ class DisplayForm {
  public:
   static constexpr int kMostIterations = 75;
   static constexpr float kLeastGain = 0.02f;
+  static constexpr int kAhead = 128;
 
   DisplayForm(GrayView image, Restoration mode)
       : estimate_(image),
@@ -159,14 +169,19 @@ class DisplayForm {
   }
   void Turn(int row, int x, float* columns) const {
     const std::uint8_t* rows[kTile];
-    for (int i = 0; i < kTile; ++i) rows[i] = estimate_.Row(std::min(row + i, Height() - 1)) + x;
-    ChosenDeconvolutionKernels().turnBytes(rows, columns);
+    for (int i = 0; i < kTile; ++i) {
+      rows[i] = estimate_.Row(std::min(row + i, Height() - 1)) + x;
+      Prefetch(rows[i] + kAhead, kTile);
+    }
+    ChosenDeconvolutionKernels().transposeBytes(rows, columns);
   }
   void CopyColumn(int row, int x, float* column) const {
     for (int i = 0; i < kTile; ++i) column[i] = estimate_.At(x, std::min(row + i, Height() - 1));
   }
   void Finish(int row, int x, int count, const float* sums, float normalizer, double* energy) {
     const std::size_t start = static_cast<std::size_t>(row) * estimate_.stride + x;
+    Prefetch(observed_.data() + start + kAhead, kSegment);
+    Prefetch(estimate_.bits + start + kAhead, kSegment);
     OnWholeSegment(observed_.data() + start, estimate_.bits + start, count,
                    [&](const std::uint8_t* observed, std::uint8_t* estimate) {
                      finish_(sums, normalizer, observed, estimate, energy);
@@ -191,6 +206,7 @@ class DataForm {
  public:
   static constexpr int kMostIterations = 100;
   static constexpr float kLeastGain = 0.0015f;
+  static constexpr int kAhead = 64;
 
   DataForm(FloatView image, Restoration mode)
       : estimate_(image), observed_(image.Count()), weighted_(mode == Restoration::Standard) {
@@ -207,23 +223,28 @@ class DataForm {
   }
   void Turn(int row, int x, float* columns) const {
     const float* rows[kTile];
-    for (int i = 0; i < kTile; ++i) rows[i] = estimate_.Row(std::min(row + i, Height() - 1)) + x;
-    ChosenDeconvolutionKernels().turnFloats(rows, columns);
+    for (int i = 0; i < kTile; ++i) {
+      rows[i] = estimate_.Row(std::min(row + i, Height() - 1)) + x;
+      Prefetch(rows[i] + kAhead, kTile);
+    }
+    ChosenDeconvolutionKernels().transposeFloats(rows, columns);
   }
   void CopyColumn(int row, int x, float* column) const {
     for (int i = 0; i < kTile; ++i) column[i] = estimate_.At(x, std::min(row + i, Height() - 1));
   }
   void Finish(int row, int x, int count, const float* sums, float normalizer, double* energy) {
     const std::size_t start = static_cast<std::size_t>(row) * Width() + x;
+    float* results = (weighted_ ? blurred_.data() : estimate_.values) + start;
+    Prefetch(observed_.data() + start + kAhead, kSegment);
+    Prefetch(results + kAhead, kSegment);
     const DeconvolutionKernels& kernels = ChosenDeconvolutionKernels();
-    OnWholeSegment(observed_.data() + start, (weighted_ ? blurred_.data() : estimate_.values) + start, count,
-                   [&](const float* observed, float* target) {
-                     if (weighted_) {
-                       kernels.keepBlurred(sums, normalizer, observed, target, energy, largest_);
-                     } else {
-                       kernels.raiseFloats(sums, normalizer, observed, target, energy);
-                     }
-                   });
+    OnWholeSegment(observed_.data() + start, results, count, [&](const float* observed, float* target) {
+      if (weighted_) {
+        kernels.keepBlurred(sums, normalizer, observed, target, energy, largest_);
+      } else {
+        kernels.raiseFloats(sums, normalizer, observed, target, energy);
+      }
+    });
   }
   void EndIteration() {
     const float brightest = *std::max_element(largest_, largest_ + kTile);

@@ -2,9 +2,9 @@
 
 #include <vector>
 
-#include "core/display_bitmap.h"
-#include "core/float_image.h"
-#include "core/progress.h"
+#include "base/display_bitmap.h"
+#include "base/float_image.h"
+#include "base/progress.h"
 
 namespace corvane {
 
@@ -47,7 +47,8 @@ bool DeconvolveDisplay(GrayView image, float radius, Restoration mode, Iteration
 
 // The same on physical values, 0 or above: nothing is rounded, values have no upper limit, the weight is
 // relative to the brightest blurred value (no light at all: weight 0), the limit is 0.0015 percent and 100
-// iterations. A blank (not-a-number) takes part, and comes out, as 0, so that it cannot eat the image up.
+// iterations. A blank pixel (NaN) counts as 0 and becomes 0, because the blur would spread it over the whole
+// image.
 bool Deconv16(FloatView image, float radius, Restoration mode, IterationWatch& watch);
 
 }  // namespace corvane

@@ -1,65 +1,35 @@
 #include "luminance/deconvolution_kernels.h"
 
-#include "core/vectors.h"
+#include "base/vectors.h"
 
 namespace corvane::VECTOR_NAMESPACE {
 namespace {
-
-using Octets16 = std::uint8_t __attribute__((vector_size(16)));
-using Floats4 = float __attribute__((vector_size(16)));
 
 constexpr int kAcross = kTile / kLanes;  // vectors that hold the 16 values beside each other
 constexpr int kAlong = 8 / kAcross;      // positions summed at a time: eight sums in flight hide the latency
 static_assert(kAcross >= 1 && kTile % kAlong == 0);
 
-ALWAYS_INLINE Doubles Spread(double value) { return value - Doubles{}; }
-
-// Four times interleaving the first half of the rows with the second turns rows into columns.
-ALWAYS_INLINE void Turn(Octets16 (&square)[16]) {
-  for (int step = 0; step < 4; ++step) {
-    Octets16 next[16];
-    for (int i = 0; i < 8; ++i) {
-      next[2 * i] = __builtin_shufflevector(square[i], square[i + 8], 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5,
-                                            21, 6, 22, 7, 23);
-      next[2 * i + 1] = __builtin_shufflevector(square[i], square[i + 8], 8, 24, 9, 25, 10, 26, 11, 27, 12,
-                                                28, 13, 29, 14, 30, 15, 31);
-    }
-    for (int i = 0; i < 16; ++i) square[i] = next[i];
-  }
-}
-
-ALWAYS_INLINE void Turn(const float* const* rows, float* columns) {
+void TransposeFloats(const float* const* rows, float* columns) {
   for (int y = 0; y < kTile; y += 4) {
     for (int x = 0; x < kTile; x += 4) {
-      const Floats4 a = Load<Floats4>(rows[y] + x);
-      const Floats4 b = Load<Floats4>(rows[y + 1] + x);
-      const Floats4 c = Load<Floats4>(rows[y + 2] + x);
-      const Floats4 d = Load<Floats4>(rows[y + 3] + x);
-      const Floats4 ab01 = __builtin_shufflevector(a, b, 0, 4, 1, 5);
-      const Floats4 ab23 = __builtin_shufflevector(a, b, 2, 6, 3, 7);
-      const Floats4 cd01 = __builtin_shufflevector(c, d, 0, 4, 1, 5);
-      const Floats4 cd23 = __builtin_shufflevector(c, d, 2, 6, 3, 7);
-      float* out = columns + kTile * x + y;
-      Store(out, __builtin_shufflevector(ab01, cd01, 0, 1, 4, 5));
-      Store(out + kTile, __builtin_shufflevector(ab01, cd01, 2, 3, 6, 7));
-      Store(out + 2 * kTile, __builtin_shufflevector(ab23, cd23, 0, 1, 4, 5));
-      Store(out + 3 * kTile, __builtin_shufflevector(ab23, cd23, 2, 3, 6, 7));
+      Floats4 square[4];
+      for (int i = 0; i < 4; ++i) square[i] = Load<Floats4>(rows[y + i] + x);
+      Transpose(square);
+      for (int i = 0; i < 4; ++i) Store(columns + kTile * (x + i) + y, square[i]);
     }
   }
 }
 
-void TurnBytes(const std::uint8_t* const* rows, float* columns) {
+void TransposeBytes(const std::uint8_t* const* rows, float* columns) {
   Octets16 square[16];
   for (int row = 0; row < kTile; ++row) square[row] = Load<Octets16>(rows[row]);
-  Turn(square);
-  std::uint8_t turned[kTile * kTile];
-  for (int i = 0; i < kTile; ++i) Store(turned + kTile * i, square[i]);
-  for (int i = 0; i < kTile * kTile; i += kLanes) Store(columns + i, LoadBytesAsFloats(turned + i));
+  Transpose(square);
+  std::uint8_t transposed[kTile * kTile];
+  for (int i = 0; i < kTile; ++i) Store(transposed + kTile * i, square[i]);
+  for (int i = 0; i < kTile * kTile; i += kLanes) Store(columns + i, LoadBytesAsFloats(transposed + i));
 }
 
-void TurnFloats(const float* const* rows, float* columns) { Turn(rows, columns); }
-
-// Weighted sums at kAlong neighbouring positions for the 16 values beside each other: `at(i)` is where
+// Weighted sums at kAlong neighboring positions for the 16 values beside each other: `at(i)` is where
 // position i starts, `out(t)` where the sums of position t belong. There are at least kAlong weights.
 template <class At, class Out>
 ALWAYS_INLINE void SumLong(At at, const float* kernel, int taps, Out out) {
@@ -117,13 +87,13 @@ ALWAYS_INLINE void SumTile(At at, const float* kernel, int taps, Out out) {
 }
 
 void SumRows(const float* columns, const float* kernel, int taps, float* tile) {
-  float turned[kTile * kTile];
+  float transposed[kTile * kTile];
   SumTile(
       [=](int i) __attribute__((always_inline)) { return columns + kTile * i; }, kernel,
-      taps, [&](int t) __attribute__((always_inline)) { return turned + kTile * t; });
+      taps, [&](int t) __attribute__((always_inline)) { return transposed + kTile * t; });
   const float* rows[kTile];
-  for (int i = 0; i < kTile; ++i) rows[i] = turned + kTile * i;
-  Turn(rows, tile);
+  for (int i = 0; i < kTile; ++i) rows[i] = transposed + kTile * i;
+  TransposeFloats(rows, tile);
 }
 
 void SumColumns(const float* tile, const int* slots, const float* kernel, int taps, float* sums) {
@@ -146,10 +116,10 @@ ALWAYS_INLINE void Weigh(const float* blurred, Doubles scale, float* weights) {
     for (int i = 0; i < 4; ++i) {
       const Doubles z = x[i] * x[i];
       const Doubles z2 = z * z;
-      Doubles even = Spread(0x1.60e55130e8b5ap-33) * z2 + Spread(0x1.71de37ddf9c4cp-19);
-      even = (even * z2 + Spread(0x1.1111111108fafp-7)) * z2 + Spread(0x1.fffffffffffffp-1);
-      Doubles odd = Spread(-0x1.9eedeb9288095p-41) * z2 + Spread(-0x1.ae634afcade55p-26);
-      odd = (odd * z2 + Spread(-0x1.a01a0199bf5b5p-13)) * z2 + Spread(-0x1.5555555555458p-3);
+      Doubles even = Broadcast(0x1.60e55130e8b5ap-33) * z2 + Broadcast(0x1.71de37ddf9c4cp-19);
+      even = (even * z2 + Broadcast(0x1.1111111108fafp-7)) * z2 + Broadcast(0x1.fffffffffffffp-1);
+      Doubles odd = Broadcast(-0x1.9eedeb9288095p-41) * z2 + Broadcast(-0x1.ae634afcade55p-26);
+      odd = (odd * z2 + Broadcast(-0x1.a01a0199bf5b5p-13)) * z2 + Broadcast(-0x1.5555555555458p-3);
       sum[i] = even + odd * z;
     }
     Store(weights + at, NarrowToFloats(sum[0] * x[0], sum[1] * x[1]));
@@ -206,7 +176,7 @@ ALWAYS_INLINE void FinishBytes(const float* sums, float normalizer, const std::u
   }
   energy.Finish();
   float weights[kSegment];
-  if (weighted) Weigh(blurred, Spread(1.57 / 255), weights);
+  if (weighted) Weigh(blurred, Broadcast(1.57 / 255), weights);
   for (int group = 0; group < kSegment; group += 4 * kLanes) {
     Ints levels[4];
 #pragma GCC unroll 4
@@ -267,7 +237,7 @@ void KeepBlurred(const float* sums, float normalizer, const float* observed, flo
 
 void CorrectFloats(const float* blurred, double scale, const float* observed, float* estimate) {
   float weights[kSegment];
-  Weigh(blurred, Spread(scale), weights);
+  Weigh(blurred, Broadcast(scale), weights);
   for (int x = 0; x < kSegment; x += kLanes) {
     const Floats residual = BlankAsZero(Load<Floats>(observed + x)) - Load<Floats>(blurred + x);
     Store(estimate + x, Larger(Load<Floats>(estimate + x) + residual * Load<Floats>(weights + x), Floats{}));
@@ -276,8 +246,8 @@ void CorrectFloats(const float* blurred, double scale, const float* observed, fl
 
 }  // namespace
 
-extern const DeconvolutionKernels deconvolutionKernels{TurnBytes,   TurnFloats,   SumRows,
-                                                       SumColumns,  CorrectBytes, RaiseBytes,
-                                                       RaiseFloats, KeepBlurred,  CorrectFloats};
+extern const DeconvolutionKernels deconvolutionKernels{TransposeBytes, TransposeFloats, SumRows,
+                                                       SumColumns,     CorrectBytes,    RaiseBytes,
+                                                       RaiseFloats,    KeepBlurred,     CorrectFloats};
 
 }  // namespace corvane::VECTOR_NAMESPACE

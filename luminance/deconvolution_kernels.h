@@ -2,22 +2,22 @@
 
 #include <cstdint>
 
-#include "core/instruction_set.h"
+#include "base/instruction_set.h"
 
 namespace corvane {
 
-// The blur works on tiles of 16 rows by 16 columns. It runs through both directions alike: rows are turned,
-// so that 16 of them lie side by side, summed along what is then the long side and turned back. Every sum is
-// accumulated product by product, from the first weight to the last.
+// The blur works on tiles of 16 rows by 16 columns. It runs through both directions alike: rows are
+// transposed, so that 16 of them lie side by side, summed along what is then the long side and transposed
+// back. Every sum is accumulated product by product, from the first weight to the last.
 inline constexpr int kTile = 16;
 // Columns that the finishing kernels take at a time.
 inline constexpr int kSegment = 64;
 
 struct DeconvolutionKernels {
   // columns[16 x + row] = rows[row][x] for 16 rows and 16 columns.
-  void (*turnBytes)(const std::uint8_t* const* rows, float* columns);
-  void (*turnFloats)(const float* const* rows, float* columns);
-  // The weighted sums of 16 turned rows: tile[16 row + x] from columns x .. x + taps - 1.
+  void (*transposeBytes)(const std::uint8_t* const* rows, float* columns);
+  void (*transposeFloats)(const float* const* rows, float* columns);
+  // The weighted sums of 16 transposed rows: tile[16 row + x] from columns x .. x + taps - 1.
   void (*sumRows)(const float* columns, const float* kernel, int taps, float* tile);
   // The weighted sums of 16 columns: sums[kSegment row + x] from the values at
   // tile[slots[row]] .. tile[slots[row + taps - 1]].

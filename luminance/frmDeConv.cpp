@@ -7,8 +7,8 @@
 #include <cmath>
 #include <new>
 
-#include "core/bitmap_file.h"
-#include "core/text.h"
+#include "base/text.h"
+#include "core/accepted.h"
 #include "widgets/UpDown.h"
 #include "widgets/controls.h"
 
@@ -124,7 +124,8 @@ void frmDeConv::cmdApply_Click() {
     const Restoration mode = cv.DeconvStandard ? Restoration::Standard : Restoration::DeepSky;
     restored = DeconvolveDisplay(cv.Display(), cv.DeconvRadius, mode, *this);
   } catch (const std::bad_alloc&) {
-    os.Message(NotEnoughMemory().text, NotEnoughMemory().title);
+    Enter(State::Idle);  // the message is no place for the cursor of a run
+    Refuse(os, NotEnoughMemory());
   }
   Enter(restored ? State::Finished : State::Idle);
   done(restored ? Accepted : Rejected);

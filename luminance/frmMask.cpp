@@ -1,10 +1,8 @@
 #include "luminance/frmMask.h"
 
 #include <QGroupBox>
-#include <utility>
 
-#include "core/byte_map.h"
-#include "core/save_image.h"
+#include "base/byte_map.h"
 #include "widgets/controls.h"
 
 namespace corvane {
@@ -19,31 +17,33 @@ constexpr PreviewTexts kTexts = {
 };
 
 constexpr MenuItem kOptionsMenu[] = {
-    Leading("&Image Information", Dialog::Info),  Leading("&Histogram", Dialog::Histogram),  {"-"},
-    Leading("Luminance &Scaling", Window::Scale), Leading("Image &Filters", Window::Filter),
+    {.text = "&Image Information", .opens = Dialog::Info},
+    {.text = "&Histogram", .opens = Dialog::Histogram},
+    {"-"},
+    {.text = "Luminance &Scaling", .opens = Window::Scale},
+    {.text = "Image &Filters", .opens = Window::Filter},
 };
 
 constexpr ToolKey kToolbar[] = {
-    {"corvane", "Image Processor", "mnuFileSel", 2},
+    {.key = "corvane", .tip = "Image Processor", .opens = Window::Examine},
     {"-"},
-    {"save", "Save Image As", "mnuFileSel", 0},
-    {"info", "Image Information", "mnuOptSel", 0},
-    {"hist", "Histogram", "mnuOptSel", 1},
+    {.key = "save", .tip = "Save Image As", .menu = "mnuFileSel", .index = 0},
+    {.key = "info", .tip = "Image Information", .opens = Dialog::Info},
+    {.key = "hist", .tip = "Histogram", .opens = Dialog::Histogram},
     {"-"},
-    {"scale", "Luminance Scaling", "mnuOptSel", 3},
-    {"filter", "Image Filters", "mnuOptSel", 4},
+    {.key = "scale", .tip = "Luminance Scaling", .opens = Window::Scale},
+    {.key = "filter", .tip = "Image Filters", .opens = Window::Filter},
     {"-"},
-    {"align", "Align Images", "mnuFileSel", 4},
-    {"combine", "Combine Images", "mnuFileSel", 5},
-    {"color", "Color Composite", "mnuFileSel", 6},
+    {.key = "align", .tip = "Align Images", .opens = Window::Align},
+    {.key = "combine", .tip = "Combine Images", .opens = Window::Combine},
+    {.key = "color", .tip = "Color Composite", .opens = Window::Color},
 };
 
 }  // namespace
 
 frmMask::frmMask(ModCV& store, Platform& platform, Desk& windows)
     : PreviewWindow(kTexts, store, platform, windows), map_(new LevelMap) {
-  AddMenus(
-      kOptionsMenu, [this](int index) { mnuOptSel_Click(index); }, kToolbar);
+  AddMenus(kOptionsMenu, kToolbar);
   QWidget* controls = Controls();
   LayOut(controls, map_, {masks_->LowSlider(), masks_->HighSlider(), sldClr});
   connect(masks_, &ClipSliders::Moved, this, &frmMask::MasksMoved);
@@ -57,17 +57,6 @@ QWidget* frmMask::Controls() {
                            "High Mask", this);
   sldClr = AddLevelSlider(grid, {"sldClr", "Label3", "lblClr"}, "Mask Color", 0);
   return frame;
-}
-
-void frmMask::mnuOptSel_Click(int index) {
-  switch (index) {
-    case 3:
-      return HandOver(Window::Scale);
-    case 4:
-      return HandOver(Window::Filter);
-    default:
-      return PreviewWindow::mnuOptSel_Click(index);
-  }
 }
 
 Mask frmMask::CurrentMask() const {
@@ -101,29 +90,25 @@ void frmMask::ResetControls() {
   map_->ShowIdentity();
 }
 
-void frmMask::Enter(State state) {
-  PreviewWindow::Enter(state);
-  const bool free = state == State::Unchanged || state == State::Undone;
-  masks_->SetEnabled(free);
-  sldClr->setEnabled(free);
+void frmMask::EnableControls(bool enabled) {
+  masks_->SetEnabled(enabled);
+  sldClr->setEnabled(enabled);
 }
 
 void frmMask::Apply() {
   if (!CurrentMask().Off()) PreviewWindow::Apply();
 }
 
-bool frmMask::RunPreview(ConstGrayView source, GrayView result) {
+bool frmMask::RunPreview(ConstGrayView source, GrayView result, Progress&) {
   MapBytes(MaskTable(CurrentMask()).data(), source.bits, result.bits, source.Size());
   return true;
 }
 
-bool frmMask::SaveChanged(const std::filesystem::path& path) {
-  // The header names the masked image's own file as its origin.
-  std::string name = path.filename().string();
-  std::swap(cv.SlotName[cv.CurrentSlot], name);
-  const bool saved = SaveFits(cv, os, desk, path, 1, {});
-  std::swap(cv.SlotName[cv.CurrentSlot], name);
-  return saved;
+bool frmMask::SaveChanged(const ImageSave& save) {
+  ImageSave masked = save;
+  masked.precision = 1;
+  masked.source = save.path.filename().string();  // the masked image is its own origin
+  return SaveFits(cv, os, desk, masked, {});
 }
 
 }  // namespace corvane

@@ -4,8 +4,8 @@
 
 #include "luminance/ClipSliders.h"
 #include "luminance/LevelMap.h"
-#include "luminance/PreviewWindow.h"
 #include "luminance/mask.h"
+#include "preview/PreviewWindow.h"
 
 namespace corvane {
 
@@ -18,15 +18,14 @@ class frmMask : public PreviewWindow {
 
  protected:
   void Apply() override;
-  bool RunPreview(ConstGrayView source, GrayView result) override;
-  bool SaveChanged(const std::filesystem::path& path) override;
+  bool RunPreview(ConstGrayView source, GrayView result, Progress& progress) override;
+  bool SaveChanged(const ImageSave& save) override;
   void ResetControls() override;
   void MarkGraph() override;
-  void Enter(State state) override;
+  void EnableControls(bool enabled) override;
 
  private:
   QWidget* Controls();
-  void mnuOptSel_Click(int index);
   void MasksMoved();
   void ColorMoved();
   void stretchline();

@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "core/text.h"
+#include "base/text.h"
 #include "platform/QtText.h"
 #include "widgets/SelectingBox.h"
 #include "widgets/controls.h"

@@ -3,7 +3,7 @@
 #include <QGroupBox>
 #include <cmath>
 
-#include "core/byte_map.h"
+#include "base/byte_map.h"
 #include "platform/QtText.h"
 #include "widgets/controls.h"
 
@@ -19,23 +19,26 @@ constexpr PreviewTexts kTexts = {
 };
 
 constexpr MenuItem kOptionsMenu[] = {
-    Leading("&Image Information", Dialog::Info), Leading("&Histogram", Dialog::Histogram),  {"-"},
-    Leading("Image Mas&k", Window::Mask),        Leading("Image &Filters", Window::Filter),
+    {.text = "&Image Information", .opens = Dialog::Info},
+    {.text = "&Histogram", .opens = Dialog::Histogram},
+    {"-"},
+    {.text = "Image Mas&k", .opens = Window::Mask},
+    {.text = "Image &Filters", .opens = Window::Filter},
 };
 
 constexpr ToolKey kToolbar[] = {
-    {"corvane", "Image Processor", "mnuFileSel", 2},
+    {.key = "corvane", .tip = "Image Processor", .opens = Window::Examine},
     {"-"},
-    {"mask", "Image Mask", "mnuOptSel", 3},
-    {"filter", "Image Filters", "mnuOptSel", 4},
+    {.key = "mask", .tip = "Image Mask", .opens = Window::Mask},
+    {.key = "filter", .tip = "Image Filters", .opens = Window::Filter},
     {"-"},
-    {"save", "Save Image As", "mnuFileSel", 0},
-    {"info", "Image Information", "mnuOptSel", 0},
-    {"hist", "Histogram", "mnuOptSel", 1},
+    {.key = "save", .tip = "Save Image As", .menu = "mnuFileSel", .index = 0},
+    {.key = "info", .tip = "Image Information", .opens = Dialog::Info},
+    {.key = "hist", .tip = "Histogram", .opens = Dialog::Histogram},
     {"-"},
-    {"align", "Align Images", "mnuFileSel", 4},
-    {"combine", "Combine Images", "mnuFileSel", 5},
-    {"color", "Color Composite", "mnuFileSel", 6},
+    {.key = "align", .tip = "Align Images", .opens = Window::Align},
+    {.key = "combine", .tip = "Combine Images", .opens = Window::Combine},
+    {.key = "color", .tip = "Color Composite", .opens = Window::Color},
 };
 
 constexpr int kSelectExponent = 6;
@@ -47,8 +50,7 @@ frmScale::frmScale(ModCV& store, Platform& platform, Desk& windows)
     : PreviewWindow(kTexts, store, platform, windows),
       Combo1(Named(new QComboBox, "Combo1", "Scaling curve")),
       map_(new LevelMap) {
-  AddMenus(
-      kOptionsMenu, [this](int index) { mnuOptSel_Click(index); }, kToolbar);
+  AddMenus(kOptionsMenu, kToolbar);
   for (const Curve& curve : Curves()) Combo1->addItem(ToQt(std::string(curve.caption)));
   WheelOnlyWithFocus(Combo1);
   QWidget* controls = Controls();
@@ -67,17 +69,6 @@ QWidget* frmScale::Controls() {
   // "Brightness" needs more room than the caption it replaces.
   grid->setColumnMinimumWidth(0, lblL->fontMetrics().horizontalAdvance("Brightness "));
   return frame;
-}
-
-void frmScale::mnuOptSel_Click(int index) {
-  switch (index) {
-    case 3:
-      return HandOver(Window::Mask);
-    case 4:
-      return HandOver(Window::Filter);
-    default:
-      return PreviewWindow::mnuOptSel_Click(index);
-  }
 }
 
 Scaling frmScale::CurrentScaling() const {
@@ -123,21 +114,18 @@ void frmScale::ResetControls() {
   Panel()->MarkBar(clips_->Low(), clips_->High());
 }
 
-void frmScale::Enter(State state) {
-  PreviewWindow::Enter(state);
-  const bool free = state == State::Unchanged || state == State::Undone;
-  Combo1->setEnabled(free);
-  clips_->SetEnabled(free);
+void frmScale::EnableControls(bool enabled) {
+  Combo1->setEnabled(enabled);
+  clips_->SetEnabled(enabled);
 }
 
-bool frmScale::RunPreview(ConstGrayView source, GrayView result) {
+bool frmScale::RunPreview(ConstGrayView source, GrayView result, Progress&) {
   MapBytes(ScaleTable(CurrentScaling()).data(), source.bits, result.bits, source.Size());
   return true;
 }
 
-bool frmScale::SaveChanged(const std::filesystem::path& path) {
-  return SaveSlot(path,
-                  [this] { ScaleData(CurrentScaling(), cv.ImageMin, cv.ImageMax, cv.ImageData.Edit()); });
+void frmScale::RunOnData(Progress&) {
+  ScaleData(CurrentScaling(), cv.ImageMin, cv.ImageMax, cv.ImageData.Edit());
 }
 
 void frmScale::Undo() {

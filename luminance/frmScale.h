@@ -5,8 +5,8 @@
 
 #include "luminance/ClipSliders.h"
 #include "luminance/LevelMap.h"
-#include "luminance/PreviewWindow.h"
 #include "luminance/curves.h"
+#include "preview/PreviewWindow.h"
 
 namespace corvane {
 
@@ -19,15 +19,14 @@ class frmScale : public PreviewWindow {
 
  protected:
   void Undo() override;
-  bool RunPreview(ConstGrayView source, GrayView result) override;
-  bool SaveChanged(const std::filesystem::path& path) override;
+  bool RunPreview(ConstGrayView source, GrayView result, Progress& progress) override;
+  void RunOnData(Progress& progress) override;
   void ResetControls() override;
   void MarkGraph() override;
-  void Enter(State state) override;
+  void EnableControls(bool enabled) override;
 
  private:
   QWidget* Controls();
-  void mnuOptSel_Click(int index);
   void Combo1_Click(int index);
   void SlidersMoved();
   // Shows the exponent dialog; false where the curve has become "Linear Scale".

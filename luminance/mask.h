@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "core/drawing.h"
+#include "base/drawing.h"
 
 namespace corvane {
 

@@ -8,6 +8,7 @@
 #include <QShortcut>
 #include <QTextBlock>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/QtText.h"
 
@@ -34,6 +35,11 @@ bool HasAnchor(const QTextDocument& document, const QString& anchor) {
 }
 
 }  // namespace
+
+bool IsWholeManual(std::string_view bytes) {
+  const std::size_t end = bytes.find_last_not_of(" \t\r\n");
+  return end != bytes.npos && bytes.substr(0, end + 1).ends_with("</html>");
+}
 
 QVariant HelpViewer::Page::loadResource(int type, const QUrl&) {
   return type == QTextDocument::HtmlResource ? QVariant(html) : QVariant();
@@ -107,8 +113,8 @@ QWidget* HelpViewer::MakeBar() {
 bool HelpViewer::Load(const std::filesystem::path& file) {
   QFile manual(ToQt(file));
   if (!QFileInfo(manual).isFile() || !manual.open(QIODevice::ReadOnly)) return false;
-  const QByteArray bytes = manual.read(kLargestManual);
-  if (bytes.isEmpty()) return false;
+  const QByteArray bytes = manual.read(std::min(manual.size(), kLargestManual));
+  if (!IsWholeManual({bytes.constData(), static_cast<std::size_t>(bytes.size())})) return false;
   const QString html = QString::fromUtf8(bytes);
   if (html == page_->html) return true;
   page_->html = html;

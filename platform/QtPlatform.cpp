@@ -62,7 +62,7 @@ std::string QtPlatform::Setting(const std::string& key, const std::string& fallb
   return StoredSetting(key, fallback);
 }
 
-void QtPlatform::SaveSetting(const std::string& key, const std::string& value) { StoreSetting(key, value); }
+int QtPlatform::SaveSettings(const Settings& values) { return StoreSettings(values); }
 
 std::filesystem::path QtPlatform::DocumentsDir() {
   const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);

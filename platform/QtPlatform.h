@@ -19,7 +19,7 @@ class QtPlatform : public Platform {
   FileChoice OpenFile(const FileRequest& request) override;
   FileChoice SaveFile(const FileRequest& request) override;
   std::string Setting(const std::string& key, const std::string& fallback) override;
-  void SaveSetting(const std::string& key, const std::string& value) override;
+  int SaveSettings(const Settings& values) override;
   std::filesystem::path DocumentsDir() override;
   std::unique_ptr<PrintJob> Print(const std::string& documentName) override;
   void OpenHelp(const std::filesystem::path& file, const std::string& topic) override;

@@ -1,12 +1,18 @@
 #include "platform/QtPrintJob.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPrintDialog>
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <string_view>
 
+#include "platform/BitmapImage.h"
 #include "platform/QtText.h"
-#include "widgets/BitmapImage.h"
 
 namespace corvane {
 namespace {
@@ -40,12 +46,43 @@ QStringList PrintedLines(QString text, qsizetype columns) {
   return lines;
 }
 
+// The PDF engine does not notice a full disk: a document that was written ends in its end mark.
+bool IsWhole(const std::filesystem::path& pdf) {
+  const InputFile file(pdf);
+  std::array<char, 16> end{};
+  const std::size_t got = file.ReadAt(std::max<std::int64_t>(0, file.Size() - 16), end.data(), end.size());
+  return std::string_view(end.data(), got).find("%%EOF") != std::string_view::npos;
+}
+
+// What keeps more from being written to a file, an errno.
+int WriteFault(const std::filesystem::path& path) {
+  constexpr int kTries = 256;
+  const std::array<char, 4096> block{};
+  const int file = open(path.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC | O_NOFOLLOW);
+  if (file < 0) return errno;
+  int error = EIO;
+  for (int i = 0; i < kTries && error == EIO; ++i)
+    if (write(file, block.data(), block.size()) < 0) error = errno;
+  close(file);
+  return error;
+}
+
 }  // namespace
 
 QtPrintJob::QtPrintJob(std::unique_ptr<QPrinter> printer) : printer_(std::move(printer)) {
-  failed_ = !painter_.begin(printer_.get());
+  const QString name = printer_->outputFileName();
+  if (!name.isEmpty()) {
+    file_.emplace(ToPath(name));
+    Fail(file_->Error());
+    printer_->setOutputFileName(ToQt(file_->Temporary()));
+  }
+  if (error_ == 0 && !painter_.begin(printer_.get())) Fail(EIO);
   // Otherwise pictures go through a lossy compression on their way to a PDF file.
-  if (!failed_) painter_.setRenderHint(QPainter::LosslessImageRendering);
+  if (error_ == 0) painter_.setRenderHint(QPainter::LosslessImageRendering);
+}
+
+void QtPrintJob::Fail(int error) {
+  if (error_ == 0) error_ = error;
 }
 
 QRectF QtPrintJob::Page() const { return printer_->pageLayout().paintRectPixels(printer_->resolution()); }
@@ -61,16 +98,14 @@ float QtPrintJob::PageHeight() const {
 void QtPrintJob::Picture(const std::filesystem::path& bitmap, float left, float top, float width,
                          float height) {
   const QImage image = LoadBitmapImage(bitmap);
-  if (failed_ || image.isNull()) {
-    failed_ = true;
-    return;
-  }
+  if (image.isNull()) Fail(EIO);
+  if (error_ != 0) return;
   const double scale = printer_->resolution() / kPixelsPerInch;
   painter_.drawImage(QRectF(left * scale, top * scale, width * scale, height * scale), image);
 }
 
 void QtPrintJob::Text(const std::string& text) {
-  if (failed_) return;
+  if (error_ != 0) return;
   const QRectF page(QPointF(0, 0), Page().size());
   painter_.setFont(TextFont(painter_, page.width()));
   const QFontMetricsF metrics = painter_.fontMetrics();
@@ -79,7 +114,7 @@ void QtPrintJob::Text(const std::string& text) {
   double y = 0;
   for (const QString& line : PrintedLines(ToQt(text), columns)) {
     if (y + metrics.height() > page.height()) {
-      failed_ = failed_ || !printer_->newPage();
+      if (!printer_->newPage()) Fail(EIO);
       y = 0;
     }
     painter_.drawText(QPointF(0, y + metrics.ascent()), line);
@@ -87,14 +122,11 @@ void QtPrintJob::Text(const std::string& text) {
   }
 }
 
-bool QtPrintJob::End() {
-  if (!failed_) failed_ = !painter_.end() || printer_->printerState() == QPrinter::Error;
-  if (failed_ || printer_->outputFormat() != QPrinter::PdfFormat) return !failed_;
-  // The PDF engine does not notice a full disk: a document that was written ends in its end mark.
-  QFile file(printer_->outputFileName());
-  const QByteArray mark = "%%EOF";
-  return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly) &&
-         file.seek(std::max<qint64>(0, file.size() - 16)) && file.readAll().contains(mark);
+int QtPrintJob::End() {
+  if (error_ == 0 && (!painter_.end() || printer_->printerState() == QPrinter::Error)) Fail(EIO);
+  if (error_ == 0 && file_)
+    Fail(IsWhole(file_->Temporary()) ? file_->Commit() : WriteFault(file_->Temporary()));
+  return error_;
 }
 
 std::unique_ptr<PrintJob> ShowPrintDialog(const std::string& documentName) {

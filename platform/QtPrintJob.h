@@ -2,7 +2,10 @@
 
 #include <QPainter>
 #include <QPrinter>
+#include <memory>
+#include <optional>
 
+#include "base/safe_write.h"
 #include "platform/platform.h"
 
 namespace corvane {
@@ -15,14 +18,16 @@ class QtPrintJob : public PrintJob {
   void Picture(const std::filesystem::path& bitmap, float left, float top, float width,
                float height) override;
   void Text(const std::string& text) override;
-  bool End() override;
+  int End() override;
 
  private:
   QRectF Page() const;
+  void Fail(int error);
 
   std::unique_ptr<QPrinter> printer_;
+  std::optional<Replacement> file_;  // where the document goes to a file
   QPainter painter_;
-  bool failed_ = false;
+  int error_ = 0;
 };
 
 // Qt's print dialog, which offers a PDF file where there is no printer. Null when it was cancelled.

@@ -1,28 +1,21 @@
 #pragma once
 
+#include <algorithm>
+#include <iterator>
+
 #include "platform/desk.h"
 
 namespace corvane {
 
-// The windows that this version of the program has; menus disable the items of the others.
-constexpr bool IsBuilt(Window window) {
-  return window == Window::Examine || window == Window::Scale || window == Window::Mask;
-}
+// The main windows that are still to come: menus disable the items that lead to them.
+inline constexpr Window kAbsentWindows[] = {
+    Window::Align,
+    Window::Combine,
+    Window::Color,
+};
 
-constexpr bool IsBuilt(Dialog dialog) {
-  switch (dialog) {
-    case Dialog::Info:
-    case Dialog::Histogram:
-    case Dialog::Profile:
-    case Dialog::Preferences:
-    case Dialog::About:
-    case Dialog::SaveOptions:
-    case Dialog::Deconvolution:
-    case Dialog::Exponent:
-      return true;
-    default:
-      return false;
-  }
+constexpr bool IsBuilt(Window window) {
+  return std::find(std::begin(kAbsentWindows), std::end(kAbsentWindows), window) == std::end(kAbsentWindows);
 }
 
 }  // namespace corvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -36,9 +37,13 @@ class PrintJob {
                        float height) = 0;
   // Plain text in a fixed pitch, over as many pages as it takes.
   virtual void Text(const std::string& text) = 0;
-  // Ends the document; false when the printer failed.
-  virtual bool End() = 0;
+  // Ends the document; 0 or an errno. A document that is printed to a file replaces the old one only if it is
+  // whole.
+  virtual int End() = 0;
 };
+
+// Values of the user's settings by their keys.
+using Settings = std::map<std::string, std::string>;
 
 // The world outside the program's own windows. One thread.
 class Platform {
@@ -56,7 +61,8 @@ class Platform {
   virtual FileChoice SaveFile(const FileRequest& request) = 0;
 
   virtual std::string Setting(const std::string& key, const std::string& fallback) = 0;
-  virtual void SaveSetting(const std::string& key, const std::string& value) = 0;
+  // Keeps all of them or none; 0 or an errno.
+  virtual int SaveSettings(const Settings& values) = 0;
   virtual std::filesystem::path DocumentsDir() = 0;
 
   // The print dialog; null when it was cancelled.

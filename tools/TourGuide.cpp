@@ -13,7 +13,7 @@
 #include <system_error>
 #include <utility>
 
-#include "core/frmCVSplash.h"
+#include "app/frmCVSplash.h"
 #include "core/startup.h"
 #include "core/working_files.h"
 #include "platform/QtText.h"
@@ -48,8 +48,8 @@ TourGuide::TourGuide(std::filesystem::path samples, std::filesystem::path output
 void TourGuide::Start() {
   frmCVSplash splash(desk);
   splash.show();
-  StartUp(cv, os);
   cv.DefaultDir = samples_;
+  StartUp(cv, os);
   cv.SaveDir = output_;
   Settle();
   Picture("splash", splash);

@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/bitmap_file.h"
+#include "base/files.h"
 #include "core/bitmap_reader.h"
-#include "core/files.h"
+#include "core/slot_picture.h"
 #include "core/working_files.h"
 #include "tests/support/quiet_platform.h"
 #include "tests/support/test_files.h"

@@ -56,7 +56,7 @@ void OpenBytes(std::string_view bytes) {
   Require(os.messages <= 2, "at most a warning and a refusal");
   if (opened) {
     CheckOpened(cv);
-    CloseImage(cv);
+    CloseImage(cv, os);
   }
   Require(cv.ImageCount == 0 && cv.SlotData[0].Empty(), "nothing is left");
   Require(!std::filesystem::exists(cv.SlotBitmap(0)), "no working file is left");

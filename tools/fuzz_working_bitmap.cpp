@@ -7,8 +7,9 @@
 #include <iostream>
 #include <string_view>
 
-#include "core/bitmap_file.h"
+#include "core/slot_picture.h"
 #include "core/working_files.h"
+#include "formats/bitmap_format.h"
 #include "tests/support/test_files.h"
 
 namespace corvane {

@@ -209,6 +209,25 @@ void MaskLevels(TourGuide& tour) {
   tour.Picture("viewer-masked-image");
 }
 
+void FilterImage(TourGuide& tour) {
+  tour.ExpectFile(tour.Sample("field_1.fit"));
+  tour.Choose("mnuFileSel_0");
+  tour.Choose("mnuToolSel_19");
+  tour.Picture("filter-opened");
+  auto* filters = tour.Find<QComboBox>(tour.Shown(), "Combo1");
+  if (!filters) return;
+  for (int filter = 0; filter < filters->count(); ++filter) {
+    filters->setCurrentIndex(filter);
+    tour.Press(tour.Shown(), "Opt_1");
+    tour.Press(tour.Shown(), "cmdApply");
+    tour.Picture(QString("filter-applied-%1").arg(filter));
+    if (filter + 1 < filters->count()) tour.Press(tour.Shown(), "cmdCancel");
+  }
+  SaveFits(tour, "mnuFileSel_0", "filtered_16.fts", "Option2", "filter-save-options");
+  tour.Picture("filter-saved");
+  tour.Choose("mnuFileSel_2");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -231,7 +250,7 @@ int main(int argc, char** argv) {
   tour.Start();
   if (tour.Failed()) return EXIT_FAILURE;
   for (const auto step : {OpenSamples, ShowViews, ShowDialogs, Deconvolve, SaveDeconvolved, SaveAndClose,
-                          ScaleLevels, MaskLevels})
+                          ScaleLevels, MaskLevels, FilterImage})
     step(tour);
   return tour.Failed() ? EXIT_FAILURE : EXIT_SUCCESS;
 }

@@ -2,12 +2,10 @@
 
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QMouseEvent>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
 #include "analysis/profile.h"
-#include "core/numeric.h"
 #include "core/startup.h"
 #include "core/working_files.h"
 #include "platform/QtText.h"
@@ -16,14 +14,18 @@
 namespace corvane {
 namespace {
 
+// Rows of the menus that have work of their own; the views are in the view table.
+enum FileItem { kOpen, kSave, kClose, kPrint = 8, kExit = 10 };
+enum ToolItem { kMagnify = 10, kDeMagnify };
+
 constexpr MenuItem kFileMenu[] = {
     {"&Open File", "Ctrl+O"},
     {"&Save Image", "Ctrl+S"},
     {"&Close File"},
     {"-"},
-    Leading("&Align Images", Window::Align, "Ctrl+A"),
-    Leading("&Combine Images", Window::Combine, "Ctrl+C"),
-    Leading("&RGB Composite", Window::Color, "Ctrl+R"),
+    {.text = "&Align Images", .shortcut = "Ctrl+A", .opens = Window::Align},
+    {.text = "&Combine Images", .shortcut = "Ctrl+C", .opens = Window::Combine},
+    {.text = "&RGB Composite", .shortcut = "Ctrl+R", .opens = Window::Color},
     {"-"},
     {"&Print Image", "Ctrl+P"},
     {"-"},
@@ -31,15 +33,15 @@ constexpr MenuItem kFileMenu[] = {
 };
 
 constexpr MenuItem kToolMenu[] = {
-    Leading("&Image Information", Dialog::Info),
-    Leading("&Histogram", Dialog::Histogram),
-    Leading("&XY Profile", Dialog::Profile),
+    {.text = "&Image Information", .opens = Dialog::Info},
+    {.text = "&Histogram", .opens = Dialog::Histogram},
+    {.text = "&XY Profile", .opens = Dialog::Profile},
     {"-"},
     {.text = "&Raster", .check = true},
     {.text = "&Edge Detection", .check = true},
     {.text = "&Negative Image", .check = true},
     {.text = "&Pseudo-Color", .check = true},
-    {.text = "De-&Convolution", .check = true, .built = IsBuilt(Dialog::Deconvolution)},
+    {.text = "De-&Convolution", .check = true},
     {"-"},
     {"&Magnify Image"},
     {"&De-Magnify Image"},
@@ -49,62 +51,63 @@ constexpr MenuItem kToolMenu[] = {
     {.text = "Flip &Vertical", .check = true},
     {.text = "Flip Hori&zontal", .check = true},
     {"-"},
-    Leading("Luminance &Scaling", Window::Scale),
-    Leading("Image &Filters", Window::Filter),
-    Leading("Image Mas&k", Window::Mask),
+    {.text = "Luminance &Scaling", .opens = Window::Scale},
+    {.text = "Image &Filters", .opens = Window::Filter},
+    {.text = "Image Mas&k", .opens = Window::Mask},
     {"-"},
-    Leading("&Preferences", Dialog::Preferences, "Ctrl+Z"),
+    {.text = "&Preferences", .shortcut = "Ctrl+Z", .opens = Dialog::Preferences},
 };
 
 constexpr ToolKey kToolbar[] = {
-    {"open", "Open File", "mnuFileSel", 0},
-    {"save", "Save Image", "mnuFileSel", 1},
-    {"close", "Close File", "mnuFileSel", 2},
+    {"open", "Open File", "mnuFileSel", kOpen},
+    {"save", "Save Image", "mnuFileSel", kSave},
+    {"close", "Close File", "mnuFileSel", kClose},
     {"-"},
-    {"info", "Image Information", "mnuToolSel", 0},
-    {"hist", "Histogram", "mnuToolSel", 1},
-    {"profile", "XY Profile", "mnuToolSel", 2},
+    {.key = "info", .tip = "Image Information", .opens = Dialog::Info},
+    {.key = "hist", .tip = "Histogram", .opens = Dialog::Histogram},
+    {.key = "profile", .tip = "XY Profile", .opens = Dialog::Profile},
     {"-"},
-    {"raster", "Raster Intensity", "mnuToolSel", 4},
-    {"edge", "Edge Detection", "mnuToolSel", 5},
-    {"negative", "Negative Image", "mnuToolSel", 6},
-    {"pcolor", "Pseudo-Color", "mnuToolSel", 7},
-    {"deconv", "Deconvolution", "mnuToolSel", 8},
+    {"raster", "Raster Intensity", "mnuToolSel", kRaster},
+    {"edge", "Edge Detection", "mnuToolSel", kEdge},
+    {"negative", "Negative Image", "mnuToolSel", kNegative},
+    {"pcolor", "Pseudo-Color", "mnuToolSel", kPseudoColor},
+    {"deconv", "Deconvolution", "mnuToolSel", kDeconvolution},
     {"-"},
-    {"plus", "Increase Magnification", "mnuToolSel", 10},
-    {"minus", "Reduce Magnification", "mnuToolSel", 11},
+    {"plus", "Increase Magnification", "mnuToolSel", kMagnify},
+    {"minus", "Reduce Magnification", "mnuToolSel", kDeMagnify},
     {"-"},
-    {"halfpi", "Rotate 90", "mnuToolSel", 13},
-    {"pi", "Rotate 180", "mnuToolSel", 14},
-    {"vert", "Flip Vertical", "mnuToolSel", 15},
-    {"hor", "Flip Horizontal", "mnuToolSel", 16},
+    {"halfpi", "Rotate 90", "mnuToolSel", kRotate90},
+    {"pi", "Rotate 180", "mnuToolSel", kRotate180},
+    {"vert", "Flip Vertical", "mnuToolSel", kFlipVertical},
+    {"hor", "Flip Horizontal", "mnuToolSel", kFlipHorizontal},
     {"-"},
-    {"scale", "Luminance Scaling", "mnuToolSel", 18},
-    {"filter", "Image Filters", "mnuToolSel", 19},
-    {"mask", "Image Mask", "mnuToolSel", 20},
+    {.key = "scale", .tip = "Luminance Scaling", .opens = Window::Scale},
+    {.key = "filter", .tip = "Image Filters", .opens = Window::Filter},
+    {.key = "mask", .tip = "Image Mask", .opens = Window::Mask},
     {"-"},
-    {"align", "Align Images", "mnuFileSel", 4},
-    {"combine", "Combine Images", "mnuFileSel", 5},
-    {"color", "Color Composite", "mnuFileSel", 6},
+    {.key = "align", .tip = "Align Images", .opens = Window::Align},
+    {.key = "combine", .tip = "Combine Images", .opens = Window::Combine},
+    {.key = "color", .tip = "Color Composite", .opens = Window::Color},
 };
 
-// Items that act on the image shown; the others need none.
-constexpr int kImageTools[] = {0, 1, 4, 5, 6, 7, 8, 13, 14, 15, 16, 18, 19, 20};
-constexpr int kPanStep = 24;
+// What acts on the image shown; the others need none.
+constexpr Target kImageTools[] = {Dialog::Info, Dialog::Histogram, Window::Scale, Window::Filter,
+                                  Window::Mask};
 constexpr int kStatusMargin = 7;  // the text stands under the picture's edge
 
 }  // namespace
 
 frmExamine::frmExamine(ModCV& store, Platform& platform, Desk& windows)
     : ToolWindow("frmExamine", store, platform, windows),
-      Combo1(Named(new QComboBox, "Combo1", "Open images")),
+      Combo1(new ImageList("Combo1", "Open images")),
       area_(new PictureArea("picMark")),
       txbWidth(Named(new ReadOnlyBox, "txbWidth", "Image width")),
       txbHeight(Named(new ReadOnlyBox, "txbHeight", "Image height")),
       txbXPos(Named(new ReadOnlyBox, "txbXPos", "X position")),
       txbYPos(Named(new ReadOnlyBox, "txbYPos", "Y position")),
       txbLum(Named(new ReadOnlyBox, "txbLum", "Luminance")),
-      lblStatus(Named(PlainLabel(), "lblStatus", "Status")) {
+      lblStatus(Named(PlainLabel(), "lblStatus", "Status")),
+      marking_(new PixelMarking(cv, area_, {txbXPos, txbYPos, txbLum})) {
   setWindowTitle("Corvane Image Processor");
   setAcceptDrops(true);
   AddMenu("mnuFileSel", "&File", kFileMenu, [this](int index) { mnuFileSel_Click(index); });
@@ -146,8 +149,6 @@ void frmExamine::LayOut() {
   auto* center = new QWidget;
   auto* grid = new QGridLayout(center);
   Combo1->setFixedWidth(PictureArea::kWidth);
-  Combo1->setEnabled(false);
-  WheelOnlyWithFocus(Combo1);
   grid->addWidget(Combo1, 0, 0, Qt::AlignLeft);
   grid->addWidget(area_, 1, 0);
   grid->addLayout(side, 1, 1);
@@ -159,40 +160,26 @@ void frmExamine::LayOut() {
 }
 
 void frmExamine::Connect() {
-  connect(Combo1, &QComboBox::currentIndexChanged, this, &frmExamine::Combo1_Click);
-  connect(area_, &PictureArea::PixelHovered, this, [this](int x, int y) {
-    if (!MarkerMode) ShowReadout(x, y);
+  connect(Combo1, &ImageList::Chosen, this, [this](int slot) {
+    if (Running()) return Combo1->Select(cv.CurrentSlot);
+    ShowImage(slot);
   });
-  connect(area_, &PictureArea::PixelPressed, this, &frmExamine::picMark_MouseDown);
-  connect(area_, &PictureArea::ArrowPressed, this, &frmExamine::picMark_Arrow);
-  connect(area_, &PictureArea::Scrolled, this, &frmExamine::ClearReadout);
-  connect(area_, &PictureArea::MouseLeft, this, [this] {
-    if (!MarkerMode) ClearReadout();
+  connect(marking_, &PixelMarking::Marked, this, [this] {
+    Profile(cv);
+    Enter();
   });
-  // Everything around the picture clears the read-out.
-  setMouseTracking(true);
-  installEventFilter(this);
-  for (QWidget* widget : findChildren<QWidget*>()) {
-    if (area_->isAncestorOf(widget)) continue;
-    widget->setMouseTracking(true);
-    widget->installEventFilter(this);
-  }
-}
-
-bool frmExamine::eventFilter(QObject*, QEvent* event) {
-  if (event->type() == QEvent::MouseMove && !MarkerMode) ClearReadout();
-  return false;
+  connect(marking_, &PixelMarking::Removed, this, &frmExamine::Enter);
+  connect(marking_, &PixelMarking::ReadoutShown, this, [this](int x, int y) { ShowStatus({x, y}); });
+  connect(marking_, &PixelMarking::ReadoutCleared, this, [this] { lblStatus->setText(hint_); });
+  marking_->Watch(this);
 }
 
 void frmExamine::Open() {
   cv.ImageChanged = false;
   cv.DeconvCancelled = false;
-  SuppressListClick = true;
-  Combo1->clear();
-  for (int slot = 0; slot < cv.ImageCount; ++slot) Combo1->addItem(ToQt(cv.SlotName[slot]));
-  SuppressListClick = false;
+  Combo1->Fill(cv);
   if (cv.ImageCount > 0) {
-    SelectEntry(cv.CurrentSlot);
+    Combo1->Select(cv.CurrentSlot);
     ShowImage(cv.CurrentSlot);
   }
   Enter();
@@ -201,132 +188,50 @@ void frmExamine::Open() {
 
 void frmExamine::mnuFileSel_Click(int index) {
   switch (index) {
-    case 0:
+    case kOpen:
       return OpenFile();
-    case 1:
+    case kSave:
       return SaveImage();
-    case 2:
+    case kClose:
       return CloseFile();
-    case 4:
-      return SwitchToTool(Window::Align);
-    case 5:
-      return SwitchToTool(Window::Combine);
-    case 6:
-      return SwitchToTool(Window::Color);
-    case 8:
+    case kPrint:
       return PrintImage();
-    case 10:
+    case kExit:
       return Exit();
   }
 }
 
 void frmExamine::mnuToolSel_Click(int index) {
   switch (index) {
-    case 0:
-      return desk.ShowModal(Dialog::Info);
-    case 1:
-      desk.ShowModal(Dialog::Histogram);
-      return ReadShown();
-    case 2:
-      return desk.ShowModal(Dialog::Profile);
-    case 10:
+    case kMagnify:
       return ReSizeImage(1);
-    case 11:
+    case kDeMagnify:
       return ReSizeImage(-1);
-    case 18:
-      return SwitchToTool(Window::Scale);
-    case 19:
-      return SwitchToTool(Window::Filter);
-    case 20:
-      return SwitchToTool(Window::Mask);
-    case 22:
-      return desk.ShowModal(Dialog::Preferences);
     default:
       return ToggleView(index);
   }
 }
 
-void frmExamine::Combo1_Click(int index) {
-  if (SuppressListClick || index == ListSlot || index < 0) return;
-  if (Running()) return SelectEntry(ListSlot);
-  ListSlot = index;
-  ShowImage(index);
-}
-
-void frmExamine::SelectEntry(int slot) {
-  SuppressListClick = true;
-  Combo1->setCurrentIndex(slot);
-  SuppressListClick = false;
-  ListSlot = slot;
+void frmExamine::ShowModal(Dialog dialog) {
+  ToolWindow::ShowModal(dialog);
+  if (dialog == Dialog::Histogram) ReadShown();
 }
 
 void frmExamine::Enter() {
   const bool open = cv.ImageCount > 0;
   const bool shown = open && area_->Picture()->HasPicture();
-  Combo1->setEnabled(open);
-  EnableItem("mnuFileSel", 1, shown);
-  EnableItem("mnuFileSel", 2, open);
-  EnableItem("mnuFileSel", 8, shown);
-  for (const int index : kImageTools) EnableItem("mnuToolSel", index, shown);
-  EnableItem("mnuToolSel", 2, shown && MarkerMode);
-  EnableItem("mnuToolSel", 10, shown && Magnification < kMostMagnified);
-  EnableItem("mnuToolSel", 11, shown && Magnification > 1);
-}
-
-void frmExamine::ShowReadout(int x, int y) {
-  if (x < 0 || y < 0 || x >= cv.Width() || y >= cv.Height()) return;
-  txbLum->setText(QString::number(cv.Display().At(x, y)));
-  txbXPos->setText(QString::number(x + 1));
-  txbYPos->setText(QString::number(y + 1));
-  ShowStatus({x, y});
-}
-
-Mark frmExamine::Marker() const { return {RoundEven(cv.MarkX), RoundEven(cv.MarkY)}; }
-
-void frmExamine::ClearReadout() {
-  for (ReadOnlyBox* box : {txbLum, txbXPos, txbYPos}) box->clear();
-  lblStatus->setText(hint_);
+  EnableItem("mnuFileSel", kSave, shown);
+  EnableItem("mnuFileSel", kClose, open);
+  EnableItem("mnuFileSel", kPrint, shown);
+  for (const ViewEntry& view : ViewTable()) EnableItem("mnuToolSel", view.menuIndex, shown);
+  for (const Target& target : kImageTools) EnableItem(target, shown);
+  EnableItem(Dialog::Profile, shown && marking_->MarkerMode());
+  EnableItem("mnuToolSel", kMagnify, shown && Magnification < kMostMagnified);
+  EnableItem("mnuToolSel", kDeMagnify, shown && Magnification > 1);
 }
 
 void frmExamine::ShowStatus(Mark pixel) {
   lblStatus->setText(ToQt(DescribeData(cv, cv.CurrentSlot, slotWidth_, slotHeight_, SlotPixel(pixel))));
-}
-
-void frmExamine::SetMarker(Mark wanted) {
-  const Mark mark = ClampMark(wanted, cv.Width(), cv.Height());
-  cv.MarkX = static_cast<float>(mark.x);
-  cv.MarkY = static_cast<float>(mark.y);
-  Profile(cv);
-  area_->Picture()->Clear();
-  area_->Picture()->Draw(MarkerCross(mark));
-}
-
-void frmExamine::PlaceMarker(Mark wanted) {
-  SetMarker(wanted);
-  MarkerMode = true;
-  const Mark mark = Marker();
-  area_->ShowPixel(mark.x, mark.y);
-  ShowReadout(mark.x, mark.y);
-  Enter();
-}
-
-void frmExamine::EndMarker() {
-  MarkerMode = false;
-  area_->Picture()->Clear();
-  ClearReadout();
-  Enter();
-}
-
-void frmExamine::picMark_MouseDown(int x, int y, Qt::MouseButton button) {
-  if (Running() || !area_->Picture()->HasPicture()) return;
-  if (button == Qt::LeftButton) return PlaceMarker({x, y});
-  if (button == Qt::RightButton) return EndMarker();
-}
-
-void frmExamine::picMark_Arrow(int dx, int dy) {
-  if (Running()) return;
-  if (!MarkerMode) return area_->Pan(dx * kPanStep, -dy * kPanStep);
-  PlaceMarker({Marker().x + dx, Marker().y + dy});
 }
 
 void frmExamine::CancelRun() { cv.DeconvCancelled = true; }

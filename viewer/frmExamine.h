@@ -1,14 +1,15 @@
 #pragma once
 
-#include <QComboBox>
 #include <QLabel>
-#include <QStringList>
 #include <filesystem>
 #include <optional>
 #include <vector>
 
+#include "core/save_image.h"
 #include "viewer/view_table.h"
+#include "widgets/ImageList.h"
 #include "widgets/PictureArea.h"
+#include "widgets/PixelMarking.h"
 #include "widgets/ToolWindow.h"
 #include "widgets/controls.h"
 
@@ -38,9 +39,10 @@ class frmExamine : public ToolWindow {
   void Deconv16();
 
  protected:
+  void Leave(Window next) override;
+  void ShowModal(Dialog dialog) override;
   void OnUnload() override;
   void CancelRun() override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
@@ -53,18 +55,8 @@ class frmExamine : public ToolWindow {
   void Connect();
   void mnuFileSel_Click(int index);
   void mnuToolSel_Click(int index);
-  void Combo1_Click(int index);
-  void SelectEntry(int slot);
   void Enter();
-  void ShowReadout(int x, int y);
-  void ClearReadout();
   void ShowStatus(Mark pixel);
-  Mark Marker() const;
-  void SetMarker(Mark wanted);
-  void PlaceMarker(Mark wanted);
-  void EndMarker();
-  void picMark_MouseDown(int x, int y, Qt::MouseButton button);
-  void picMark_Arrow(int dx, int dy);
 
   // frmExamine_files.cpp
   void OpenFile();
@@ -72,7 +64,7 @@ class frmExamine : public ToolWindow {
   void TakeOpened(std::optional<int> slot);
   void CloseFile();
   void SaveImage();
-  bool SaveAsFits(const std::filesystem::path& path);
+  bool SaveAsFits(ImageSave save);
   void PrintImage();
 
   // frmExamine_views.cpp
@@ -89,14 +81,15 @@ class frmExamine : public ToolWindow {
   std::filesystem::path ShownFile() const;
   bool ShowFile(const std::filesystem::path& path);
   bool ShowSlotPicture();
+  // Nothing but the slot's own picture counts as shown.
+  void EndView();
   void ShowNothing(const char* reason);
   // After a dialog that reads pictures on its own account.
   void ReadShown();
   bool KeepView();
-  void SwitchToTool(Window next);
   Mark SlotPixel(Mark shown) const;
 
-  QComboBox* Combo1;
+  ImageList* Combo1;
   PictureArea* area_;
   ReadOnlyBox* txbWidth;
   ReadOnlyBox* txbHeight;
@@ -104,13 +97,11 @@ class frmExamine : public ToolWindow {
   ReadOnlyBox* txbYPos;
   ReadOnlyBox* txbLum;
   QLabel* lblStatus;
+  PixelMarking* marking_;
 
   float Magnification = 1.0f;
   int shownMagMode_ = 0;  // by which the magnified picture was made
   bool ViewChanged = false;
-  bool MarkerMode = false;
-  bool SuppressListClick = false;
-  int ListSlot = -1;
   int slotWidth_ = 0;  // of the slot's own picture
   int slotHeight_ = 0;
   QString hint_;  // what the status line says while no pixel is pointed at

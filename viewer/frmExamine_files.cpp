@@ -2,7 +2,6 @@
 #include <QMimeData>
 #include <QUrl>
 
-#include "core/fits_writer.h"
 #include "core/open_image.h"
 #include "core/save_image.h"
 #include "core/slot_picture.h"
@@ -29,10 +28,8 @@ void frmExamine::OpenFile() {
 
 void frmExamine::TakeOpened(std::optional<int> slot) {
   if (slot) {
-    SuppressListClick = true;
-    Combo1->insertItem(*slot, ToQt(cv.SlotName[*slot]));
-    SuppressListClick = false;
-    SelectEntry(*slot);
+    Combo1->Insert(*slot, cv.SlotName[*slot]);
+    Combo1->Select(*slot);
     ShowImage(*slot);
     return;
   }
@@ -65,24 +62,19 @@ void frmExamine::OpenDropped(const std::vector<std::filesystem::path>& files) {
 void frmExamine::CloseFile() {
   if (cv.ImageCount == 0) return;
   UncheckViews();
-  ClearReadout();
+  marking_->ClearReadout();
   ImageCloser();
   if (cv.ImageCount > 0) {
-    SelectEntry(cv.CurrentSlot);
+    Combo1->Select(cv.CurrentSlot);
     return ShowImage(cv.CurrentSlot);
   }
-  ListSlot = -1;
   ShowNothing(kNoImage);
 }
 
 void frmExamine::ImageCloser() {
   if (cv.ImageCount < 1) return;
-  const int closed = cv.CurrentSlot;
-  CloseImage(cv);
-  cv.ImageData = {};
-  SuppressListClick = true;
-  Combo1->removeItem(closed);
-  SuppressListClick = false;
+  if (CloseImage(cv, os)) cv.ImageData = {};
+  Combo1->Fill(cv);
   Magnification = 1;
 }
 
@@ -90,32 +82,25 @@ void frmExamine::SaveImage() {
   const Run run(*this);
   const auto target = AskSaveFile(cv, os, SaveRequest(cv, "Save Image As..."));
   if (!target) return;
-  const bool asFits = target->kind == ImageKind::Fits;
-  const ViewEntry* view = CheckedView();
-  const std::filesystem::path shown = ShownFile();
-  if (!(asFits ? SaveAsFits(target->path) : SaveBitmap(cv, os, shown, target->path))) return;
-  // The file has no colours, so the slot keeps its gray picture: the levels are the same.
-  const bool grayOnly = asFits && view && view->isColor;
-  const int slot = cv.CurrentSlot;
-  if (!CommitSave(cv, os, slot, target->path, grayOnly ? cv.SlotBitmap(slot) : shown)) return;
-  Combo1->setItemText(slot, ToQt(cv.SlotName[slot]));
-  ShowImage(slot);
+  const ImageSave save{.path = target->path, .slot = cv.CurrentSlot, .picture = ShownFile()};
+  if (!(target->kind == ImageKind::Fits ? SaveAsFits(save) : SaveBitmap(cv, os, save))) return;
+  Combo1->Rename(save.slot, cv.SlotName[save.slot]);
+  ShowImage(save.slot);
 }
 
-bool frmExamine::SaveAsFits(const std::filesystem::path& path) {
+bool frmExamine::SaveAsFits(ImageSave save) {
   const ViewEntry* view = CheckedView();
-  if (view && view->isColor)
+  if (view && view->isColor) {
     os.Message("A colored image can't be saved in FITS format, so the image will be grayscale.",
                "FITS Limitation");
+    save.picture = cv.SlotBitmap(save.slot);  // the levels are the same
+  }
   const bool eightBitView = view && !view->data && !view->deconvolves;
-  const int code = eightBitView ? 1 : SlotPrecision(cv, cv.CurrentSlot, slotWidth_, slotHeight_);
-  return SaveFits(cv, os, desk, path, code, [this, view, code] {
-    return SixteenBitSave(cv, code, [this, view] {
-      if (view && view->deconvolves) Deconv16();
-      if (view && view->data) view->data(cv.ImageData);
-      if (Magnification != 1) Magnify16();
-      return true;
-    });
+  if (!eightBitView) save.precision = SlotPrecision(cv, save.slot, slotWidth_, slotHeight_);
+  return SaveFits(cv, os, desk, save, [this, view] {
+    if (view && view->deconvolves) Deconv16();
+    if (view && view->data) view->data(cv.ImageData);
+    if (Magnification != 1) Magnify16();
   });
 }
 
@@ -130,7 +115,8 @@ void frmExamine::PrintImage() {
   cv.PrintLeft = place.left;
   cv.PrintTop = place.top;
   job->Picture(ShownFile(), place.left, place.top, width / place.scale, height / place.scale);
-  if (!job->End()) os.Message("The picture could not be printed.", "PRINT ERROR");
+  if (const int error = job->End())
+    os.Message("The picture could not be printed. Error Number " + std::to_string(error), "PRINT ERROR");
 }
 
 }  // namespace corvane

@@ -1,9 +1,9 @@
 #include <new>
 #include <utility>
 
-#include "core/bitmap_file.h"
-#include "core/files.h"
-#include "core/numeric.h"
+#include "base/files.h"
+#include "base/numeric.h"
+#include "core/accepted.h"
 #include "core/slot_picture.h"
 #include "core/working_files.h"
 #include "luminance/frmSave16.h"
@@ -39,7 +39,7 @@ std::filesystem::path frmExamine::ShownFile() const {
 }
 
 void frmExamine::ShowImage(int slot) {
-  ClearReadout();
+  marking_->ClearReadout();
   UncheckViews();
   cv.CurrentSlot = slot;
   cv.CurrentName = cv.SlotName[slot];
@@ -51,9 +51,14 @@ void frmExamine::ClearCheck() {
   if (cv.ImageCount > 0 && (ViewChanged || Magnification != 1)) ShowSlotPicture();
 }
 
-bool frmExamine::ShowSlotPicture() {
+void frmExamine::EndView() {
   Magnification = 1;
   ViewChanged = false;
+  QuietDelete(cv.AppDir / kDummyBitmap);
+}
+
+bool frmExamine::ShowSlotPicture() {
+  EndView();
   const Busy busy(os);
   if (!LoadSlotPicture(cv, os, cv.CurrentSlot)) {
     ShowNothing(kBroken);
@@ -61,7 +66,6 @@ bool frmExamine::ShowSlotPicture() {
   }
   slotWidth_ = cv.Width();
   slotHeight_ = cv.Height();
-  hint_ = IsMostlyDark(cv.Display()) ? kDarkHint : "";
   return ShowFile(cv.SlotBitmap(cv.CurrentSlot));
 }
 
@@ -73,17 +77,17 @@ bool frmExamine::ShowFile(const std::filesystem::path& path) {
   }
   txbWidth->setText(QString::number(cv.Width()));
   txbHeight->setText(QString::number(cv.Height()));
-  ClearReadout();
+  hint_ = IsMostlyDark(cv.Display()) ? kDarkHint : "";
+  marking_->ClearReadout();
   area_->Picture()->setCursor(Qt::CrossCursor);
-  if (MarkerMode) SetMarker(Marker());  // this picture may be smaller
+  marking_->Redraw();  // this picture may be smaller
   Enter();
   return true;
 }
 
 void frmExamine::ShowNothing(const char* reason) {
-  MarkerMode = false;
-  Magnification = 1;
-  ViewChanged = false;
+  marking_->Free();
+  EndView();
   UncheckViews();
   cv.DisplayBits = {};
   DescribeDisplayBitmap(cv, 0, 0);
@@ -91,7 +95,7 @@ void frmExamine::ShowNothing(const char* reason) {
   area_->ShowEmpty(QLatin1String(reason));
   txbWidth->clear();
   txbHeight->clear();
-  ClearReadout();
+  marking_->ClearReadout();
   Enter();
 }
 
@@ -104,7 +108,6 @@ void frmExamine::ToggleView(int index) {
   for (const ViewEntry& view : ViewTable()) {
     if (view.menuIndex != index) continue;
     const bool wasChecked = Item(kToolMenu, index)->isChecked();
-    ClearReadout();
     ClearCheck();
     if (wasChecked || !area_->Picture()->HasPicture()) return;
     if (!EnsureSlotPicture(cv, os, cv.CurrentSlot)) return ShowNothing(kBroken);
@@ -115,7 +118,8 @@ void frmExamine::ToggleView(int index) {
 void frmExamine::ShowView(const ViewEntry& view) try {
   const Busy busy(os);
   const ConstGrayView source = cv.Display();
-  DisplayBitmap picture(view.turns ? source.height : source.width, view.turns ? source.width : source.height);
+  DisplayBitmap picture(view.transposes ? source.height : source.width,
+                        view.transposes ? source.width : source.height);
   view.display(cv, source, picture.View());
   const std::filesystem::path dummy = cv.AppDir / kDummyBitmap;
   if (!MakePicture(view.header(cv), dummy, std::move(picture))) return;
@@ -123,7 +127,7 @@ void frmExamine::ShowView(const ViewEntry& view) try {
   Item(kToolMenu, view.menuIndex)->setChecked(true);
   ShowFile(dummy);
 } catch (const std::bad_alloc&) {
-  os.Message(NotEnoughMemory().text, NotEnoughMemory().title);
+  Refuse(os, NotEnoughMemory());
 }
 
 void frmExamine::Deconvolve(const ViewEntry& view) {
@@ -136,7 +140,8 @@ void frmExamine::Deconvolve(const ViewEntry& view) {
   desk.ShowModal(Dialog::Deconvolution);
   if (std::exchange(cv.DeconvCancelled, false)) {
     // DisplayBits are as before, and the slot's picture has been on screen all the time.
-    return item->setChecked(false);
+    item->setChecked(false);
+    return EndView();
   }
   const Busy busy(os);
   if (!WritePicture(view.header(cv), dummy, cv.Display())) {
@@ -164,15 +169,13 @@ bool frmExamine::MakePicture(const std::filesystem::path& header, const std::fil
 
 bool frmExamine::WritePicture(const std::filesystem::path& header, const std::filesystem::path& target,
                               ConstGrayView picture) {
-  const auto refusal = WriteDisplayBitmap(header, target, picture);
-  if (refusal) os.Message(refusal->text, refusal->title);
-  return !refusal;
+  return Accepted(os, WriteWorkingBitmap(cv, header, target, picture));
 }
 
 void frmExamine::ReSizeImage(int direction) try {
   const int factor = RoundEven(Magnification) + direction;
   if (cv.ImageCount == 0 || factor < 1 || factor > kMostMagnified) return;
-  ClearReadout();
+  marking_->ClearReadout();
   if (ViewChanged || factor == 1) ClearCheck();
   if (factor == 1 || !area_->Picture()->HasPicture()) return;
   if (!CanMagnify(slotWidth_, slotHeight_, factor)) {
@@ -195,7 +198,7 @@ void frmExamine::ReSizeImage(int direction) try {
   shownMagMode_ = cv.MagMode;
   ShowFile(expand);
 } catch (const std::bad_alloc&) {
-  os.Message(NotEnoughMemory().text, NotEnoughMemory().title);
+  Refuse(os, NotEnoughMemory());
   ShowSlotPicture();
 }
 
@@ -210,7 +213,7 @@ bool frmExamine::KeepView() {
   return KeepPicture(cv, os, ShownFile());
 }
 
-void frmExamine::SwitchToTool(Window next) {
+void frmExamine::Leave(Window next) {
   if (KeepView()) SwitchTo(next);
 }
 

@@ -10,9 +10,9 @@
 #include <QVBoxLayout>
 #include <memory>
 
-#include "core/bitmap_file.h"
+#include "base/text.h"
 #include "core/open_image.h"
-#include "core/text.h"
+#include "formats/bitmap_format.h"
 #include "platform/QtText.h"
 #include "widgets/controls.h"
 
@@ -165,7 +165,8 @@ void frmInfo::cmdPrint_Click() {
   if (!job) return;
   job->Text("FILE HEADER:  " + name + "\n" + std::string(kCardColumns, ' ') + "\n" +
             RichTextBox1->toPlainText().toStdString());
-  if (!job->End()) os.Message("The header could not be printed.", "PRINT ERROR");
+  if (const int error = job->End())
+    os.Message("The header could not be printed. Error Number " + std::to_string(error), "PRINT ERROR");
 }
 
 }  // namespace corvane

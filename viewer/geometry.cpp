@@ -1,85 +1,117 @@
 #include "viewer/geometry.h"
 
-#include <cstring>
+#include "base/vectors.h"
 
-#include "viewer/geometry_kernels.h"
-
-namespace corvane {
+namespace corvane::VECTOR_NAMESPACE {
 namespace {
+
+template <class Vector>
+inline constexpr int kSide = sizeof(Vector) / sizeof(Vector{}[0]);
+
+template <class Vector, class T>
+ALWAYS_INLINE void TransposeSquare(const T* in, std::ptrdiff_t inStride, T* out, std::ptrdiff_t outStride) {
+  Vector square[kSide<Vector>];
+  for (int i = 0; i < kSide<Vector>; ++i) square[i] = Load<Vector>(in + i * inStride);
+  Transpose(square);
+  for (int i = 0; i < kSide<Vector>; ++i) Store(out + i * outStride, square[i]);
+}
+
+ALWAYS_INLINE int Lesser(int a, int b) { return b < a ? b : a; }
+
+// out[x * outStride + y] = in[y * inStride + x]. Strides count elements and may be negative.
+// Tiles of 64 x 64 fill whole cache lines on the writing side while the lines of the reading side stay near.
+// The last square of a row or column is moved back over its neighbor.
+template <class Vector, class T>
+ALWAYS_INLINE void TransposeTiles(const T* in, std::ptrdiff_t inStride, int width, int height, T* out,
+                                  std::ptrdiff_t outStride) {
+  constexpr int kTile = 64;
+  if (width < kSide<Vector> || height < kSide<Vector>) {
+    for (int x = 0; x < width; ++x) {
+      for (int y = 0; y < height; ++y) out[x * outStride + y] = in[y * inStride + x];
+    }
+    return;
+  }
+  for (int tileY = 0; tileY < height; tileY += kTile) {
+    const int endY = Lesser(tileY + kTile, height);
+    for (int tileX = 0; tileX < width; tileX += kTile) {
+      const int endX = Lesser(tileX + kTile, width);
+      for (int nextX = tileX; nextX < endX; nextX += kSide<Vector>) {
+        const int x = Lesser(nextX, width - kSide<Vector>);
+        for (int nextY = tileY; nextY < endY; nextY += kSide<Vector>) {
+          const int y = Lesser(nextY, height - kSide<Vector>);
+          TransposeSquare<Vector>(in + y * inStride + x, inStride, out + x * outStride + y, outStride);
+        }
+      }
+    }
+  }
+}
+
+template <class T>
+ALWAYS_INLINE void Reverse(const T* in, T* out, int count) {
+  for (int i = 0; i < count; ++i) out[count - 1 - i] = in[i];
+}
 
 void ClearPadding(GrayView picture) {
   if (picture.stride == picture.width) return;
   for (int y = 0; y < picture.height; ++y) {
-    std::memset(picture.Row(y) + picture.width, 0, picture.stride - picture.width);
+    __builtin_memset(picture.Row(y) + picture.width, 0, picture.stride - picture.width);
   }
 }
-
-}  // namespace
 
 void Rotate90(ConstGrayView source, GrayView result) {
   if (source.height == 0) return;
   // Row x of the result is column x of the source read from the top row down.
-  ChosenGeometryKernels().transposeBytes(source.Row(source.height - 1), -source.stride, source.width,
-                                         source.height, result.bits, result.stride);
+  TransposeTiles<Octets16>(source.Row(source.height - 1), -(std::ptrdiff_t)source.stride, source.width,
+                           source.height, result.bits, result.stride);
   ClearPadding(result);
 }
 
 void Rotate180(ConstGrayView source, GrayView result) {
-  const GeometryKernels& kernels = ChosenGeometryKernels();
   for (int y = 0; y < source.height; ++y) {
-    kernels.reverseBytes(source.Row(y), result.Row(source.height - 1 - y), source.width);
+    Reverse(source.Row(y), result.Row(source.height - 1 - y), source.width);
   }
   ClearPadding(result);
 }
 
 void FlipVertical(ConstGrayView source, GrayView result) {
-  const GeometryKernels& kernels = ChosenGeometryKernels();
-  for (int y = 0; y < source.height; ++y) kernels.reverseBytes(source.Row(y), result.Row(y), source.width);
+  for (int y = 0; y < source.height; ++y) Reverse(source.Row(y), result.Row(y), source.width);
   ClearPadding(result);
 }
 
 void FlipHorizontal(ConstGrayView source, GrayView result) {
   for (int y = 0; y < source.height; ++y) {
-    std::memcpy(result.Row(source.height - 1 - y), source.Row(y), source.width);
+    __builtin_memcpy(result.Row(source.height - 1 - y), source.Row(y), source.width);
   }
   ClearPadding(result);
 }
 
-FloatImage Rotate90(ConstFloatView source) {
-  FloatImage result(source.height, source.width);
-  if (source.Count() == 0) return result;
+void RotateData90(ConstFloatView source, FloatView result) {
+  if (source.Count() == 0) return;
   // Column x of the source is row width-1-x of the result.
-  const FloatView target = result.Overwrite();
-  ChosenGeometryKernels().transposeFloats(source.values, source.width, source.width, source.height,
-                                          target.Row(source.width - 1), -target.width);
-  return result;
+  TransposeTiles<Floats4>(source.values, source.width, source.width, source.height,
+                          result.Row(source.width - 1), -(std::ptrdiff_t)result.width);
 }
 
-FloatImage Rotate180(ConstFloatView source) {
-  FloatImage result(source.width, source.height);
-  const FloatView target = result.Overwrite();
-  const GeometryKernels& kernels = ChosenGeometryKernels();
+void RotateData180(ConstFloatView source, FloatView result) {
   for (int y = 0; y < source.height; ++y) {
-    kernels.reverseFloats(source.Row(y), target.Row(source.height - 1 - y), source.width);
+    Reverse(source.Row(y), result.Row(source.height - 1 - y), source.width);
   }
-  return result;
 }
 
-FloatImage FlipVertical(ConstFloatView source) {
-  FloatImage result(source.width, source.height);
-  const FloatView target = result.Overwrite();
-  const GeometryKernels& kernels = ChosenGeometryKernels();
-  for (int y = 0; y < source.height; ++y) kernels.reverseFloats(source.Row(y), target.Row(y), source.width);
-  return result;
+void FlipDataVertical(ConstFloatView source, FloatView result) {
+  for (int y = 0; y < source.height; ++y) Reverse(source.Row(y), result.Row(y), source.width);
 }
 
-FloatImage FlipHorizontal(ConstFloatView source) {
-  FloatImage result(source.width, source.height);
-  const FloatView target = result.Overwrite();
+void FlipDataHorizontal(ConstFloatView source, FloatView result) {
   for (int y = 0; y < source.height; ++y) {
-    std::memcpy(target.Row(source.height - 1 - y), source.Row(y), source.width * sizeof(float));
+    __builtin_memcpy(result.Row(source.height - 1 - y), source.Row(y), source.width * sizeof(float));
   }
-  return result;
 }
 
-}  // namespace corvane
+}  // namespace
+
+extern const GeometryKernels geometryKernels{Rotate90,         Rotate180,         FlipVertical,
+                                             FlipHorizontal,   RotateData90,      RotateData180,
+                                             FlipDataVertical, FlipDataHorizontal};
+
+}  // namespace corvane::VECTOR_NAMESPACE

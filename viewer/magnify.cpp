@@ -44,6 +44,52 @@ void ClearPadding(GrayView picture, int row) {
   std::memset(picture.Row(row) + picture.width, 0, picture.stride - picture.width);
 }
 
+// Rows of `Value` that `spread(y, row)` makes of the rows of `source`, blended by `blend`.
+template <class Value, class Spread, class Blend>
+void InterpolateRows(ConstGrayView source, int factor, GrayView result, Spread spread, Blend blend) {
+  std::vector<Value> lower(result.width + kMagnifyStep);
+  std::vector<Value> upper(result.width + kMagnifyStep);
+  spread(0, lower.data());
+  for (int y = 0; y < source.height - 1; ++y) {
+    spread(y + 1, upper.data());
+    for (int k = 0; k < factor; ++k) {
+      blend(lower.data(), upper.data(), k, factor, result.Row(y * factor + k), result.width);
+      ClearPadding(result, y * factor + k);
+    }
+    lower.swap(upper);
+  }
+  const int last = (source.height - 1) * factor;
+  blend(lower.data(), lower.data(), 0, factor, result.Row(last), result.width);
+  ClearPadding(result, last);
+  RepeatRow(result, last, factor - 1);
+}
+
+void InterpolateInFloats(ConstGrayView source, int factor, GrayView result) {
+  RowSpreader spreader(source.width, factor);
+  std::vector<float> levels(source.width);
+  const auto spread = [&](int y, float* row) {
+    for (int x = 0; x < source.width; ++x) levels[x] = source.At(x, y);
+    spreader.Spread(levels.data(), row);
+  };
+  InterpolateRows<float>(source, factor, result, spread, ChosenMagnifyKernels().blendBytes);
+}
+
+// The same levels as in floats for factors up to 5. There a level before rounding is a multiple of 1 /
+// factor^2, and the errors of the floats are too small to carry it past a half: powers of two have none, and
+// for odd factors no multiple is a half. Six times, they decide where a half goes.
+void InterpolateInWholeNumbers(ConstGrayView source, int factor, GrayView result) {
+  const MagnifyKernels& kernels = ChosenMagnifyKernels();
+  std::vector<std::uint16_t> steps(result.width);
+  for (std::size_t i = 0; i < steps.size(); ++i) steps[i] = static_cast<std::uint16_t>(i % factor);
+  std::vector<std::uint8_t> repeated(result.width + factor);
+  const auto spread = [&](int y, std::uint16_t* row) {
+    kernels.repeatBytes(source.Row(y), source.width, factor, repeated.data());
+    std::memset(repeated.data() + result.width, source.At(source.width - 1, y), factor);
+    kernels.spreadLevels(repeated.data(), result.width, factor, steps.data(), row);
+  };
+  InterpolateRows<std::uint16_t>(source, factor, result, spread, kernels.blendLevels);
+}
+
 }  // namespace
 
 bool CanMagnify(int width, int height, int factor) {
@@ -73,29 +119,11 @@ FloatImage Replicate(ConstFloatView source, int factor) {
 
 void Interpolate(ConstGrayView source, int factor, GrayView result) {
   if (source.width == 0 || source.height == 0) return;
-  const MagnifyKernels& kernels = ChosenMagnifyKernels();
-  RowSpreader spreader(source.width, factor);
-  std::vector<float> levels(source.width);
-  std::vector<float> lower(result.width);
-  std::vector<float> upper(result.width);
-  const auto spread = [&](int y, std::vector<float>& row) {
-    for (int x = 0; x < source.width; ++x) levels[x] = source.At(x, y);
-    spreader.Spread(levels.data(), row.data());
-  };
-
-  spread(0, lower);
-  for (int y = 0; y < source.height - 1; ++y) {
-    spread(y + 1, upper);
-    for (int k = 0; k < factor; ++k) {
-      kernels.blendBytes(lower.data(), upper.data(), k, factor, result.Row(y * factor + k), result.width);
-      ClearPadding(result, y * factor + k);
-    }
-    lower.swap(upper);
+  if (factor == 6) {
+    InterpolateInFloats(source, factor, result);
+  } else {
+    InterpolateInWholeNumbers(source, factor, result);
   }
-  const int last = (source.height - 1) * factor;
-  kernels.blendBytes(lower.data(), lower.data(), 0, factor, result.Row(last), result.width);
-  ClearPadding(result, last);
-  RepeatRow(result, last, factor - 1);
 }
 
 FloatImage Interpolate(ConstFloatView source, int factor) {

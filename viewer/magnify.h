@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/display_bitmap.h"
-#include "core/float_image.h"
+#include "base/display_bitmap.h"
+#include "base/float_image.h"
 
 namespace corvane {
 
@@ -16,7 +16,7 @@ bool CanMagnify(int width, int height, int factor);
 void Replicate(ConstGrayView source, int factor, GrayView result);
 FloatImage Replicate(ConstFloatView source, int factor);
 
-// Between neighbours a and b the k-th of the factor-1 new values is a + ((k * (b - a)) / factor), each step
+// Between neighbors a and b the k-th of the factor-1 new values is a + ((k * (b - a)) / factor), each step
 // rounded to a 32-bit float: along the rows first, a being the left pixel, then along the columns from those
 // floats, a being the lower one. Columns after the last placed one and rows above the last placed one repeat
 // it. Bytes are limited to 0..255 and rounded to the nearest, ties to even; data are neither.

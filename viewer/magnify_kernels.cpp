@@ -1,28 +1,24 @@
 #include "viewer/magnify_kernels.h"
 
-#include "core/vectors.h"
+#include "base/vectors.h"
 
 namespace corvane::VECTOR_NAMESPACE {
 namespace {
 
 void RepeatBytes(const std::uint8_t* in, int width, int factor, std::uint8_t* out) {
   int x = 0;
-#if defined(__SSSE3__)
   // Sixteen pixels become `factor` vectors; place i of vector v shows pixel (16 * v + i) / factor.
   constexpr int kMostFactor = 6;
-  __m128i places[kMostFactor];
+  Octets16 places[kMostFactor];
   for (int v = 0; v < factor && v < kMostFactor; ++v) {
     std::uint8_t place[16];
     for (int i = 0; i < 16; ++i) place[i] = (std::uint8_t)((16 * v + i) / factor);
-    __builtin_memcpy(&places[v], place, 16);
+    places[v] = Load<Octets16>(place);
   }
-  for (; factor <= kMostFactor && x + 16 <= width; x += 16) {
-    const __m128i pixels = _mm_loadu_si128((const __m128i*)(in + x));
-    for (int v = 0; v < factor; ++v) {
-      _mm_storeu_si128((__m128i*)(out + x * factor + 16 * v), _mm_shuffle_epi8(pixels, places[v]));
-    }
+  for (; kQuickLookUp && factor <= kMostFactor && x + 16 <= width; x += 16) {
+    const Octets16 pixels = Load<Octets16>(in + x);
+    for (int v = 0; v < factor; ++v) Store(out + x * factor + 16 * v, LookUpSixteen(pixels, places[v]));
   }
-#endif
   for (; x < width; ++x) {
     for (int k = 0; k < factor; ++k) out[x * factor + k] = in[x];
   }
@@ -46,6 +42,49 @@ void Spread(const float* in, int width, int factor, const float* __restrict step
     out[i] = steps[i] == 0.0f ? a : between;
   }
   for (int i = placed; i < placed + factor; ++i) out[i] = repeated[i];
+}
+
+void SpreadLevels(const std::uint8_t* __restrict repeated, int count, int factor,
+                  const std::uint16_t* __restrict steps, std::uint16_t* __restrict sums) {
+  for (int i = 0; i < count; ++i) {
+    const int way = steps[i] * (repeated[i + factor] - repeated[i]);
+    sums[i] = (std::uint16_t)(factor * repeated[i] + way);
+  }
+}
+
+// Whole numbers divided by factor * factor: multiplied by the reciprocal, scaled to 16 bits. It is large
+// enough for every sum of levels.
+struct Quotient {
+  explicit Quotient(int divisor)
+      : shift(divisor == 4 ? 1 : 3),
+        reciprocal(Broadcast((std::uint16_t)(((1 << (16 + shift)) + divisor - 1) / divisor))) {}
+  ALWAYS_INLINE Words Of(Words sum) const { return MultiplyHigh(sum, reciprocal) >> shift; }
+  int shift;
+  Words reciprocal;
+};
+
+void BlendLevels(const std::uint16_t* lower, const std::uint16_t* upper, int k, int factor, std::uint8_t* out,
+                 int width) {
+  const int divisor = factor * factor;
+  const Quotient quotient(divisor);
+  const Words below = Broadcast((std::uint16_t)(factor - k));
+  const Words above = Broadcast((std::uint16_t)k);
+  const Words half = Broadcast((std::uint16_t)((divisor - 1) / 2));
+  const Words even = Broadcast((std::uint16_t)(1 - divisor % 2));  // only even divisors have ties
+  for (int x = 0; x < width; x += kVectorBytes) {
+    Words levels[2];
+    for (int i = 0; i < 2; ++i) {
+      const int at = x + i * 2 * kLanes;
+      const Words sum = below * Load<Words>(lower + at) + above * Load<Words>(upper + at);
+      levels[i] = quotient.Of(sum + half + (quotient.Of(sum) & even));
+    }
+    const Octets octets = LowerOctets(levels[0], levels[1]);
+    if (x + kVectorBytes <= width) {
+      Store(out + x, octets);
+    } else {
+      __builtin_memcpy(out + x, &octets, width - x);
+    }
+  }
 }
 
 ALWAYS_INLINE Floats Between(const float* lower, const float* upper, Floats step, Floats parts) {
@@ -80,6 +119,7 @@ void BlendFloats(const float* __restrict lower, const float* __restrict upper, i
 
 }  // namespace
 
-extern const MagnifyKernels magnifyKernels{RepeatBytes, RepeatFloats, Spread, BlendBytes, BlendFloats};
+extern const MagnifyKernels magnifyKernels{RepeatBytes, RepeatFloats, SpreadLevels, BlendLevels,
+                                           Spread,      BlendBytes,   BlendFloats};
 
 }  // namespace corvane::VECTOR_NAMESPACE

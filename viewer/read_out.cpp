@@ -4,8 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "core/open_image.h"
-#include "core/text.h"
+#include "base/text.h"
 
 namespace corvane {
 namespace {
@@ -14,12 +13,11 @@ constexpr std::uint8_t kDarkest = 25;  // the last level of the darkest tenth
 constexpr double kNearlyAll = 0.95;
 constexpr int kRowsToJudge = 512;
 
-// A picture that a tool or a view has made of the data is 8-bit and marked in its name, or a bitmap's.
+// A picture of 8 bits that a tool or a view has made says nothing of the data any more.
 bool DataDescribe(const ModCV& cv, int slot, int width, int height) {
   const FloatImage& data = cv.SlotData[slot];
   if (data.Empty() || data.Width() != width || data.Height() != height) return false;
-  const std::string& name = cv.SlotName[slot];
-  return cv.SlotBytesPerPixel[slot] != 1 || (KindOf(name) == ImageKind::Fits && !name.starts_with('~'));
+  return cv.SlotBytesPerPixel[slot] != 1 || cv.SlotRendering[slot] != Rendering::None;
 }
 
 }  // namespace

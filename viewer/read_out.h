@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/marker.h"
+#include "base/marker.h"
 #include "core/modcv.h"
 
 namespace corvane {

@@ -11,7 +11,7 @@
 namespace corvane {
 namespace {
 
-// A slot whose picture was made from a pseudo-colour view keeps its palette.
+// A slot whose picture was made from a pseudo-color view keeps its palette.
 std::filesystem::path OwnHeader(const ModCV& cv) { return cv.SlotBitmap(cv.CurrentSlot); }
 std::filesystem::path GrayHeader(const ModCV& cv) { return cv.AppDir / kGrayTemplate; }
 std::filesystem::path PaletteHeader(const ModCV& cv) {
@@ -27,34 +27,51 @@ void Negative(const ModCV&, ConstGrayView source, GrayView result) { NegativeVie
 void Unchanged(const ModCV&, ConstGrayView source, GrayView result) {
   std::memcpy(result.bits, source.bits, source.Size());
 }
-template <void (*Turn)(ConstGrayView, GrayView)>
-void Turned(const ModCV&, ConstGrayView source, GrayView result) {
-  Turn(source, result);
+template <void (*Form)(ConstGrayView, GrayView)>
+void Geometry(const ModCV&, ConstGrayView source, GrayView result) {
+  Form(source, result);
 }
 
 void NegateData(FloatImage& image) { NegativeData(image.Edit()); }
-template <FloatImage (*Turn)(ConstFloatView)>
-void TurnData(FloatImage& image) {
-  image = Turn(image.View());
+template <FloatImage (*Form)(ConstFloatView)>
+void DataGeometry(FloatImage& image) {
+  image = Form(image.View());
 }
 
-Mark Same(Mark shown, int, int) { return shown; }
-Mark BeforeQuarterTurn(Mark shown, int, int height) { return {shown.y, height - 1 - shown.x}; }
-Mark BeforeHalfTurn(Mark shown, int width, int height) { return {width - 1 - shown.x, height - 1 - shown.y}; }
+Mark BeforeRotate90(Mark shown, int, int height) { return {shown.y, height - 1 - shown.x}; }
+Mark BeforeRotate180(Mark shown, int width, int height) {
+  return {width - 1 - shown.x, height - 1 - shown.y};
+}
 Mark BeforeFlipVertical(Mark shown, int width, int) { return {width - 1 - shown.x, shown.y}; }
 Mark BeforeFlipHorizontal(Mark shown, int, int height) { return {shown.x, height - 1 - shown.y}; }
 
 constexpr ViewEntry kViews[] = {
-    {4, false, false, false, OwnHeader, Raster, nullptr, Same},
-    {5, false, false, false, OwnHeader, Edge, nullptr, Same},
-    {6, false, false, false, OwnHeader, Negative, NegateData, Same},
-    {7, false, true, false, PaletteHeader, Unchanged, nullptr, Same},
-    {8, false, false, true, OwnHeader, nullptr, nullptr, Same},
-    {13, true, false, false, GrayHeader, Turned<Rotate90>, TurnData<Rotate90>, BeforeQuarterTurn},
-    {14, false, false, false, GrayHeader, Turned<Rotate180>, TurnData<Rotate180>, BeforeHalfTurn},
-    {15, false, false, false, GrayHeader, Turned<FlipVertical>, TurnData<FlipVertical>, BeforeFlipVertical},
-    {16, false, false, false, GrayHeader, Turned<FlipHorizontal>, TurnData<FlipHorizontal>,
-     BeforeFlipHorizontal},
+    {.menuIndex = kRaster, .header = OwnHeader, .display = Raster},
+    {.menuIndex = kEdge, .header = OwnHeader, .display = Edge},
+    {.menuIndex = kNegative, .header = OwnHeader, .display = Negative, .data = NegateData},
+    {.menuIndex = kPseudoColor, .isColor = true, .header = PaletteHeader, .display = Unchanged},
+    {.menuIndex = kDeconvolution, .deconvolves = true, .header = OwnHeader},
+    {.menuIndex = kRotate90,
+     .transposes = true,
+     .header = GrayHeader,
+     .display = Geometry<Rotate90>,
+     .data = DataGeometry<Rotate90>,
+     .source = BeforeRotate90},
+    {.menuIndex = kRotate180,
+     .header = GrayHeader,
+     .display = Geometry<Rotate180>,
+     .data = DataGeometry<Rotate180>,
+     .source = BeforeRotate180},
+    {.menuIndex = kFlipVertical,
+     .header = GrayHeader,
+     .display = Geometry<FlipVertical>,
+     .data = DataGeometry<FlipVertical>,
+     .source = BeforeFlipVertical},
+    {.menuIndex = kFlipHorizontal,
+     .header = GrayHeader,
+     .display = Geometry<FlipHorizontal>,
+     .data = DataGeometry<FlipHorizontal>,
+     .source = BeforeFlipHorizontal},
 };
 
 }  // namespace

@@ -10,6 +10,34 @@ namespace {
 
 constexpr int kStars = 130;
 constexpr QRgb kStarColors[] = {0xffffffff, 0xffcfe0ff, 0xffffe9c8, 0xffffd2b0};
+constexpr QRgb kSkyTop = 0xff080a18;
+constexpr QRgb kSkyBottom = 0xff1a2040;
+
+// The galaxy: glows around one point, tilted and seen from the side.
+struct Glow {
+  qreal radius;  // of the galaxy's
+  QRgb color;
+};
+constexpr Glow kGalaxy[] = {{1, 0x6e7896ff}, {0.62, 0x82bebeff}, {0.30, 0xf0ffecc8}};
+constexpr int kTilt = -24;
+constexpr qreal kFlatness = 0.36;
+
+// Of the side of the icon.
+constexpr qreal kIconCorner = 0.2;
+constexpr qreal kIconGalaxy = 0.48;
+
+constexpr int kDrawingSide = 128;
+constexpr char kDrawingStart[] =
+    "<svg xmlns='http://www.w3.org/2000/svg' width='128' height='128' viewBox='0 0 128 128'>\n"
+    "<linearGradient id='sky' x2='0' y2='1'>"
+    "<stop stop-color='%1'/><stop offset='1' stop-color='%2'/></linearGradient>\n"
+    "<rect width='128' height='128' rx='%3' fill='url(#sky)'/>\n"
+    "<g transform='translate(64 64) rotate(%4) scale(1 %5)'>\n";
+constexpr char kDrawnGlow[] =
+    "<radialGradient id='glow%1' gradientUnits='userSpaceOnUse' cx='0' cy='0' r='%4'>"
+    "<stop stop-color='%2' stop-opacity='%3'/><stop offset='1' stop-color='%2' "
+    "stop-opacity='0'/></radialGradient>\n"
+    "<circle r='%4' fill='url(#glow%1)'/>\n";
 
 // A repeatable scatter: the sky is the same at every start.
 class Scatter {
@@ -25,8 +53,8 @@ class Scatter {
 
 void PaintSky(QPainter& painter, const QRectF& area) {
   QLinearGradient sky(area.topLeft(), area.bottomLeft());
-  sky.setColorAt(0, QColor(8, 10, 24));
-  sky.setColorAt(1, QColor(26, 32, 64));
+  sky.setColorAt(0, QColor::fromRgba(kSkyTop));
+  sky.setColorAt(1, QColor::fromRgba(kSkyBottom));
   painter.fillRect(area, sky);
 }
 
@@ -40,16 +68,13 @@ void PaintGlow(QPainter& painter, qreal radius, const QColor& color) {
   painter.drawEllipse(QPointF(0, 0), radius, radius);
 }
 
-// A tilted spiral seen from the side, `radius` long.
 void PaintGalaxy(QPainter& painter, const QPointF& center, qreal radius) {
   painter.save();
   painter.setPen(Qt::NoPen);
   painter.translate(center);
-  painter.rotate(-24);
-  painter.scale(1, 0.36);
-  PaintGlow(painter, radius, QColor(120, 150, 255, 110));
-  PaintGlow(painter, radius * 0.62, QColor(190, 190, 255, 130));
-  PaintGlow(painter, radius * 0.30, QColor(255, 236, 200, 240));
+  painter.rotate(kTilt);
+  painter.scale(1, kFlatness);
+  for (const Glow& glow : kGalaxy) PaintGlow(painter, radius * glow.radius, QColor::fromRgba(glow.color));
   painter.restore();
 }
 
@@ -127,20 +152,37 @@ QPixmap SplashPicture(QSize size, qreal pixelRatio) {
 
 QIcon ProgramIcon() {
   QIcon icon;
-  for (const int side : {16, 32, 48, 128}) {
-    QPixmap picture(side, side);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    QPainterPath shape;
-    shape.addRoundedRect(QRectF(0, 0, side, side), side * 0.2, side * 0.2);
-    painter.setClipPath(shape);
-    PaintSky(painter, QRectF(0, 0, side, side));
-    PaintGalaxy(painter, QPointF(side * 0.5, side * 0.5), side * 0.48);
-    painter.end();
-    icon.addPixmap(picture);
-  }
+  for (const int side : {16, 32, 48, 128}) icon.addPixmap(QPixmap::fromImage(ProgramPicture(side)));
   return icon;
+}
+
+QImage ProgramPicture(int side) {
+  QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  QPainterPath shape;
+  shape.addRoundedRect(QRectF(0, 0, side, side), side * kIconCorner, side * kIconCorner);
+  painter.setClipPath(shape);
+  PaintSky(painter, QRectF(0, 0, side, side));
+  PaintGalaxy(painter, QPointF(side * 0.5, side * 0.5), side * kIconGalaxy);
+  return picture;
+}
+
+QString ProgramDrawing() {
+  const auto name = [](QRgb color) { return QColor(color).name(); };
+  QString text = QString(kDrawingStart)
+                     .arg(name(kSkyTop), name(kSkyBottom))
+                     .arg(kDrawingSide * kIconCorner)
+                     .arg(kTilt)
+                     .arg(kFlatness);
+  for (const Glow& glow : kGalaxy)
+    text += QString(kDrawnGlow)
+                .arg(&glow - kGalaxy)
+                .arg(name(glow.color))
+                .arg(qAlpha(glow.color) / 255.0)
+                .arg(kDrawingSide * kIconGalaxy * glow.radius);
+  return text + "</g>\n</svg>\n";
 }
 
 }  // namespace corvane

@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <span>
 
-#include "core/drawing.h"
+#include "base/drawing.h"
 
 class QPainter;
 

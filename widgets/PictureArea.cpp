@@ -128,6 +128,7 @@ bool PictureArea::PictureEvent(QEvent* event) {
   switch (event->type()) {
     // Mouse events end here: what is not taken would go on to the viewport around the picture.
     case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:  // the second of two quick presses
       Press(static_cast<QMouseEvent*>(event));
       return true;
     case QEvent::MouseMove:
@@ -137,7 +138,7 @@ bool PictureArea::PictureEvent(QEvent* event) {
       if (static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton) panning_ = false;
       return true;
     case QEvent::KeyPress:
-      return Key(static_cast<QKeyEvent*>(event)->key());
+      return TakeKey(static_cast<QKeyEvent*>(event)->key());
     case QEvent::Leave:
       Q_EMIT MouseLeft();
       return false;
@@ -173,7 +174,7 @@ void PictureArea::Move(QMouseEvent* event) {
     Q_EMIT MouseLeft();
 }
 
-bool PictureArea::Key(int key) {
+bool PictureArea::TakeKey(int key) {
   switch (key) {
     case Qt::Key_Left:
       Q_EMIT ArrowPressed(-1, 0);

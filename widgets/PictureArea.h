@@ -34,6 +34,8 @@ class PictureArea : public QWidget {
   void ShowPixel(int x, int y);
   // Scrolls by this many screen pixels, right and down.
   void Pan(int dx, int dy);
+  // Does what a key pressed on the picture does; false for a key that does nothing.
+  bool TakeKey(int key);
 
   PictureBox* Picture() const { return picture_; }
 
@@ -53,7 +55,6 @@ class PictureArea : public QWidget {
   bool PictureEvent(QEvent* event);
   void Press(QMouseEvent* event);
   void Move(QMouseEvent* event);
-  bool Key(int key);
   void Wheel(QWheelEvent* event);
   void FitBar(QScrollBar* bar, int pictureLength, int viewLength);
   void MovePicture();

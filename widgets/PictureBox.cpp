@@ -24,7 +24,7 @@ void PictureBox::SetPicture(const QImage& picture) {
   update();
 }
 
-QSize PictureBox::PictureSize() const { return file_ ? file_->Size() : picture_.size(); }
+QSize PictureBox::PictureSize() const { return file_ ? SizeOf(*file_) : picture_.size(); }
 
 void PictureBox::SetBackground(const QColor& color) {
   background_ = color;
@@ -86,7 +86,7 @@ void PictureBox::Paint(QPainter& painter, const QRect& exposed) const {
   const QRect part = exposed.intersected(QRect(QPoint(0, 0), PictureSize()));
   if (!part.isEmpty()) {
     if (file_)
-      painter.drawImage(part.topLeft(), file_->Part(part));
+      painter.drawImage(part.topLeft(), LoadPart(*file_, part));
     else
       painter.drawImage(part.topLeft(), picture_, part);
   }

@@ -8,8 +8,8 @@
 #include <span>
 #include <vector>
 
-#include "core/drawing.h"
-#include "widgets/BitmapImage.h"
+#include "base/drawing.h"
+#include "platform/BitmapImage.h"
 
 namespace corvane {
 

@@ -4,18 +4,15 @@
 #include <QWidget>
 #include <filesystem>
 
+#include "base/fit.h"
+
 namespace corvane {
-
-class BitmapFile;
-
-// `picture` reduced so that each new pixel is the mean of those it covers, channel by channel; a size that is
-// not smaller gives the picture itself.
-QImage ReducedPicture(const BitmapFile& picture, QSize size);
 
 // A bitmap file's picture, reduced to a box where it is larger. The widget takes the size of what it shows.
 class Thumbnail : public QWidget {
  public:
-  explicit Thumbnail(QSize box, QWidget* parent = nullptr);
+  using Fit = FittedSize (*)(int width, int height, int boxWidth, int boxHeight);
+  explicit Thumbnail(QSize box, Fit fit = FitInto);
 
   // False, with nothing shown, where the file cannot be read.
   bool LoadFile(const std::filesystem::path& path);
@@ -28,6 +25,7 @@ class Thumbnail : public QWidget {
 
  private:
   QSize box_;
+  Fit fit_;
   QImage picture_;
 };
 

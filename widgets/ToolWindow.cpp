@@ -1,5 +1,6 @@
 #include "widgets/ToolWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QShortcut>
@@ -7,6 +8,7 @@
 #include <utility>
 
 #include "core/working_files.h"
+#include "platform/built_windows.h"
 #include "widgets/ToolIcons.h"
 #include "widgets/controls.h"
 
@@ -16,11 +18,15 @@ namespace {
 constexpr MenuItem kHelpMenu[] = {
     {"&Corvane Help"},
     {"-"},
-    Leading("&About Corvane", Dialog::About),
+    {.text = "&About Corvane", .opens = Dialog::About},
 };
 
 constexpr int kIconSize = 24;
-constexpr char kNotBuilt[] = "notBuilt";
+
+bool Exists(const Target& target) {
+  const auto* window = std::get_if<Window>(&target);
+  return !window || IsBuilt(*window);
+}
 
 QString ItemName(const char* menu, int index) { return QStringLiteral("%1_%2").arg(menu).arg(index); }
 
@@ -45,9 +51,10 @@ void ToolWindow::AddMenu(const char* name, const char* title, std::span<const Me
     if (separator) continue;
     action->setCheckable(item.check);
     if (*item.shortcut) action->setShortcut(QKeySequence(QLatin1String(item.shortcut)));
-    action->setProperty(kNotBuilt, !item.built);
-    action->setEnabled(item.built);
-    connect(action, &QAction::triggered, this, [this, action, handler, i] { Choose(action, handler, i); });
+    action->setEnabled(Exists(item.opens));
+    if (item.opens.index() != 0) openers_.emplace_back(item.opens, action);
+    connect(action, &QAction::triggered, this,
+            [this, action, item, handler, i] { Choose(action, item, [&] { handler(i); }); });
   }
 }
 
@@ -64,7 +71,7 @@ void ToolWindow::AddToolbar(std::span<const ToolKey> keys) {
       Toolbar1->addSeparator();
       continue;
     }
-    QAction* action = Item(key.menu, key.index);
+    QAction* action = *key.menu ? Item(key.menu, key.index) : Item(key.opens);
     action->setIcon(ToolIcon(key.key));
     action->setIconVisibleInMenu(false);
     action->setToolTip(QLatin1String(key.tip));
@@ -79,15 +86,21 @@ QAction* ToolWindow::Item(const char* menu, int index) const {
   return findChild<QAction*>(ItemName(menu, index));
 }
 
-void ToolWindow::EnableItem(const char* menu, int index, bool enabled) {
-  QAction* action = Item(menu, index);
-  action->setEnabled(enabled && !action->property(kNotBuilt).toBool());
+QAction* ToolWindow::Item(Target opens) const {
+  for (const auto& [target, action] : openers_)
+    if (target == opens) return action;
+  return nullptr;
 }
 
-void ToolWindow::Choose(QAction* action, const Handler& handler, int index) {
-  // The toolkit has moved the mark already; whether it moves is for the handler to say.
+void ToolWindow::EnableItem(Target opens, bool enabled) { Item(opens)->setEnabled(enabled && Exists(opens)); }
+
+void ToolWindow::Choose(QAction* action, const MenuItem& item, const std::function<void()>& command) {
+  // The toolkit has moved the mark already; whether it moves is for the command to say.
   if (action->isCheckable()) action->setChecked(!action->isChecked());
-  if (!running_) handler(index);
+  if (running_) return;
+  if (const auto* next = std::get_if<Window>(&item.opens)) return Leave(*next);
+  if (const auto* dialog = std::get_if<Dialog>(&item.opens)) return ShowModal(*dialog);
+  command();
 }
 
 void ToolWindow::SwitchTo(Window next) {
@@ -107,10 +120,34 @@ void ToolWindow::mnuHelpSel_Click(int index) {
 
 void ToolWindow::OpenHelp(const QString& topic) { os.OpenHelp(cv.AppDir / kHelpFile, topic.toStdString()); }
 
-void ToolWindow::EndRun() {
-  running_ = false;
-  if (std::exchange(closeAsked_, false))
-    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+ToolWindow::Run::Run(ToolWindow& window) : window_(window) {
+  window_.running_ = true;
+  qApp->installEventFilter(this);
+}
+
+ToolWindow::Run::~Run() {
+  window_.running_ = false;
+  if (std::exchange(window_.closeAsked_, false))
+    QMetaObject::invokeMethod(&window_, &QWidget::close, Qt::QueuedConnection);
+}
+
+bool ToolWindow::Run::eventFilter(QObject* watched, QEvent* event) {
+  const auto* widget = qobject_cast<QWidget*>(watched);
+  if (!widget || widget->window() != &window_) return false;
+  switch (event->type()) {
+    case QEvent::ShortcutOverride:
+      event->accept();  // as if the control had a use for the key: no shortcut fires
+      return true;
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+      return true;
+    default:
+      return false;
+  }
 }
 
 void ToolWindow::closeEvent(QCloseEvent* event) {
@@ -132,7 +169,7 @@ void ToolWindow::Unload() {
 }
 
 void ToolWindow::OnUnload() {
-  os.SaveSetting("SaveDir", cv.SaveDir.string());
+  os.SaveSettings({{"SaveDir", cv.SaveDir.string()}});
   if (!cv.KeepTempFiles) DeleteSlotBitmaps(cv);
 }
 

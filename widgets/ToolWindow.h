@@ -6,36 +6,34 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <utility>
+#include <variant>
+#include <vector>
 
 #include "core/modcv.h"
-#include "platform/built_windows.h"
 #include "platform/desk.h"
 #include "platform/platform.h"
 
 namespace corvane {
+
+// The window or dialog that a menu item opens, if that is all it does.
+using Target = std::variant<std::monostate, Window, Dialog>;
 
 // One row of a menu; its index is its place in the table. "-" is a separator.
 struct MenuItem {
   const char* text;
   const char* shortcut = "";
   bool check = false;
-  // What the item opens: it stays disabled while the program lacks that window.
-  bool built = true;
+  Target opens = {};
 };
 
-constexpr MenuItem Leading(const char* text, Window to, const char* shortcut = "") {
-  return {text, shortcut, false, IsBuilt(to)};
-}
-constexpr MenuItem Leading(const char* text, Dialog to, const char* shortcut = "") {
-  return {text, shortcut, false, IsBuilt(to)};
-}
-
-// One button of the toolbar: the menu item that it is. "-" as key is a gap.
+// One button of the toolbar: the menu item at a place, or the one that opens `opens`. "-" as key is a gap.
 struct ToolKey {
   const char* key;
   const char* tip = "";
   const char* menu = "";
   int index = 0;
+  Target opens = {};
 };
 
 // A main window. Its menus and its toolbar are tables; a button is its menu item's own action, so the two
@@ -53,28 +51,30 @@ class ToolWindow : public QMainWindow {
   void Unload();
 
  protected:
-  // Marks a long command for as long as it lives: menus and buttons do nothing, and closing the window waits
-  // for its end.
-  class Run {
+  // Marks a long command for as long as it lives: the window takes no keys and no mouse buttons, its commands
+  // do nothing, and closing it waits for the end.
+  class Run : public QObject {
    public:
-    explicit Run(ToolWindow& window) : window_(window) { window_.running_ = true; }
-    ~Run() { window_.EndRun(); }
-    Run(const Run&) = delete;
-    Run& operator=(const Run&) = delete;
+    explicit Run(ToolWindow& window);
+    ~Run() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
    private:
     ToolWindow& window_;
   };
 
   using Handler = std::function<void(int index)>;
-  // `name` is the control array's ("mnuFileSel"), `title` the menu's caption.
-  void AddMenu(const char* name, const char* title, std::span<const MenuItem> items, Handler handler);
+  // `name` is the control array's ("mnuFileSel"), `title` the menu's caption. Rows with work of their own go
+  // to `handler`, the others to Leave or ShowModal.
+  void AddMenu(const char* name, const char* title, std::span<const MenuItem> items, Handler handler = {});
   void AddHelpMenu();
   // After the menus.
   void AddToolbar(std::span<const ToolKey> keys);
   QAction* Item(const char* menu, int index) const;
-  // Enables an item as far as what it opens exists.
-  void EnableItem(const char* menu, int index, bool enabled);
+  QAction* Item(Target opens) const;
+  void EnableItem(const char* menu, int index, bool enabled) { Item(menu, index)->setEnabled(enabled); }
+  // As far as the target exists.
+  void EnableItem(Target opens, bool enabled);
 
   // `command` on a button's click, unless a run is on. Buttons that cancel a run are connected directly.
   template <class Button, class Command>
@@ -86,10 +86,15 @@ class ToolWindow : public QMainWindow {
 
   // Gives way to another main window, which opens at this one's place.
   void SwitchTo(Window next);
+  // The same by a menu item: a window first keeps what it shows.
+  virtual void Leave(Window next) { SwitchTo(next); }
+  virtual void ShowModal(Dialog dialog) { desk.ShowModal(dialog); }
   // File > Exit.
   void Exit() { close(); }
 
   bool Running() const { return running_; }
+  // The window will close when the run ends.
+  bool IsClosing() const { return closeAsked_; }
   // The user wants to close the window while a run is on; it closes once the run has ended.
   virtual void CancelRun() {}
   // The question, if any, before the program ends by this window's Exit or close box.
@@ -106,10 +111,10 @@ class ToolWindow : public QMainWindow {
   QToolBar* Toolbar1 = nullptr;
 
  private:
-  void Choose(QAction* action, const Handler& handler, int index);
-  void EndRun();
+  void Choose(QAction* action, const MenuItem& item, const std::function<void()>& command);
   void OpenHelp(const QString& topic);
 
+  std::vector<std::pair<Target, QAction*>> openers_;
   bool running_ = false;
   bool closeAsked_ = false;
   bool unloaded_ = false;

@@ -4,8 +4,8 @@
 #include <QStyle>
 #include <QStyleOptionSpinBox>
 
-#include "core/numeric.h"
-#include "core/text.h"
+#include "base/numeric.h"
+#include "base/text.h"
 
 namespace corvane {
 

@@ -5,7 +5,8 @@
 
 #include <algorithm>
 
-#include "core/bitmap_file.h"
+#include "core/slot_picture.h"
+#include "formats/bitmap_format.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/images.h"
 

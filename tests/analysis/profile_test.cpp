@@ -7,7 +7,6 @@
 #include <cstring>
 #include <utility>
 
-#include "core/bitmap_file.h"
 #include "tests/support/images.h"
 
 namespace corvane {

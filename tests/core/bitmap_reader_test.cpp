@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "core/working_files.h"
+#include "formats/gray_pixels.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_makers.h"
 #include "tests/support/images.h"

@@ -9,6 +9,7 @@
 #include <tuple>
 #include <vector>
 
+#include "formats/fits_file.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_makers.h"
 #include "tests/support/images.h"
@@ -201,7 +202,8 @@ class LittleMemory {
 };
 
 TEST_F(FitsReader, ReportsWantOfMemory) {
-  const std::string large = FitsImage(8, 2000, 2000, {}) + std::string(2000 * 2000, '\0');
+  // Larger than what is left and the block that is kept for the next image together.
+  const std::string large = FitsImage(8, 4000, 3000, {}) + std::string(4000 * 3000, '\0');
   const std::filesystem::path path = MakeUserFile("large.fit", large);
   ReadGoodImage();
   ReadFitsHeader(cv, os, path);

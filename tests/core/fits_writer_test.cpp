@@ -6,7 +6,10 @@
 #include <cmath>
 #include <limits>
 
-#include "core/fits_format.h"
+#include "formats/fits_cards.h"
+#include "formats/fits_format.h"
+#include "formats/sixteen_bit.h"
+#include "formats/sixteen_range.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/images.h"
 #include "tests/support/instruction_sets.h"
@@ -123,11 +126,11 @@ class FitsWriting : public AppDirFixture {
     cv.ImageWidth = static_cast<float>(picture.width);
     cv.ImageHeight = static_cast<float>(picture.height);
     cv.BytesPerPixel = 1;
-    BuildFitsHeader(cv);
+    BuildFitsHeader(cv, "");
   }
   std::vector<float> Prepared(std::initializer_list<float> values, int code) {
     Hold(Floats(static_cast<int>(values.size()), 1, values), code);
-    PrepareSixteenBit(cv, code);
+    PrepareSixteenBit(cv, 0, code);
     return Values(cv.ImageData.View());
   }
 };
@@ -157,29 +160,25 @@ TEST_F(FitsWriting, FloatDataAreSpreadOverTheWholeRange) {
   EXPECT_EQ(withBlank[2], 32767);
 }
 
-TEST_F(FitsWriting, PreparingLeavesTheSlotAloneAndTakesTheCodeItIsGiven) {
+TEST_F(FitsWriting, PreparingLeavesTheSlotAloneAndTakesThePrecisionItIsGiven) {
   Prepared({-100, 900}, 2);
   EXPECT_EQ(Values(cv.SlotData[0].View()), (std::vector<float>{-100, 900}));
   cv.SlotBytesPerPixel[0] = 1;  // a magnified picture was committed meanwhile
-  PrepareSixteenBit(cv, 2);
+  PrepareSixteenBit(cv, 0, 2);
   EXPECT_EQ(Values(cv.ImageData.View()), (std::vector<float>{0, 1000}));
   EXPECT_EQ(cv.BytesPerPixel, 2);
-  cv.ImageData = Floats(2, 1, {-1, 1});
-  FitRange(cv, 2);
-  EXPECT_EQ(Values(cv.ImageData.View()), (std::vector<float>{0, 2}));
-  cv.ImageData = Floats(2, 1, {-1, 70000});
-  FitRange(cv, 1);
-  EXPECT_EQ(Values(cv.ImageData.View()), (std::vector<float>{-1, 70000}));
+  const FloatImage small = Floats(2, 1, {5, 70});
+  EXPECT_EQ(IntoSixteenBitRange(small, 4).values.View().values, small.View().values) << "memory is shared";
+  EXPECT_EQ(IntoSixteenBitRange(Floats(2, 1, {-1, 70000}), 1).values.View().At(1, 0), 70000);
 }
 
 TEST_F(FitsWriting, SixteenBitsArePaddedToBlocksAndReadBackAsTheWorkingData) {
-  Hold(Floats(2, 2, {0.5f, 1.5f, 1000.6f, 32767.0f}), 2);
+  Hold(Floats(2, 2, {4.5f, 1.5f, 1000.6f, 32767.0f}), 2);
   cv.FitsOutBuf.Resize(5000);
   std::fill(cv.FitsOutBuf.begin(), cv.FitsOutBuf.end(), std::uint8_t{0xEE});
-  EXPECT_TRUE(SixteenBitSave(cv, 2, [&] {
-    cv.ImageData.Edit().At(0, 0) = 4;
-    return true;
-  }));
+  PrepareSixteenBit(cv, 0, 2);
+  EncodeSixteenBit(cv);
+  EXPECT_EQ(Values(cv.SlotData[0].View()), (std::vector<float>{4.5f, 1.5f, 1000.6f, 32767}));
   ASSERT_EQ(cv.FitsOutBuf.size(), 2880u);
   std::vector<int> bytes(cv.FitsOutBuf.begin(), cv.FitsOutBuf.end());
   std::vector<int> expected(2880);
@@ -187,28 +186,28 @@ TEST_F(FitsWriting, SixteenBitsArePaddedToBlocksAndReadBackAsTheWorkingData) {
   std::copy(std::begin(data), std::end(data), expected.begin());
   EXPECT_EQ(bytes, expected);
   EXPECT_EQ(cv.FitsFileSize, "5760");
+  TakeWrittenData(cv, 0);
   EXPECT_EQ(Values(cv.ImageData.View()), (std::vector<float>{4, 2, 1001, 32767}));
-  EXPECT_EQ(cv.SlotData[0].View().At(1, 1), 32767);
-  EXPECT_EQ(cv.SlotData[0].View().At(0, 0), 0.5f);
-
-  cv.FitsFileSize = "kept";
-  EXPECT_FALSE(SixteenBitSave(cv, 2, [] { return false; }));
-  EXPECT_EQ(cv.FitsFileSize, "kept");
 }
 
-TEST_F(FitsWriting, LargeDataAreEncodedWholeWhetherTheSlotSharesThemOrNot) {
-  const FloatImage data = NoiseFloats(301, 211, 3, -50, 40000);
-  for (const bool shared : {true, false}) {
-    cv.ImageData = data;
-    if (!shared) cv.ImageData.Edit();
+TEST_F(FitsWriting, WrittenDataUseTheSlotsMemoryAgainUnlessAnotherNeedsIt) {
+  for (const bool needed : {false, true}) {
+    cv.SlotData[0] = NoiseFloats(301, 211, 3, -50, 40000);
+    const std::vector<float> values = Values(cv.SlotData[0].View());
+    const FloatImage other = needed ? cv.SlotData[0] : FloatImage();
+    cv.ImageData = cv.SlotData[0];
+    const float* memory = cv.ImageData.View().values;
     EncodeSixteenBit(cv);
-    for (std::size_t i = 0; i < data.Count(); ++i) {
-      const float expected = std::nearbyint(std::max(data.View().values[i], 0.0f));
+    cv.BytesPerPixel = 2;
+    TakeWrittenData(cv, 0);
+    EXPECT_EQ(cv.ImageData.View().values == memory, !needed);
+    EXPECT_TRUE(!needed || Values(other.View()) == values);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      const float expected = std::nearbyint(std::max(values[i], 0.0f));
       ASSERT_EQ(cv.ImageData.View().values[i], expected) << i;
       ASSERT_EQ(cv.FitsOutBuf[2 * i] * 256 + cv.FitsOutBuf[2 * i + 1], expected) << i;
     }
   }
-  EXPECT_NE(data.View().values, cv.ImageData.View().values);
 }
 
 TEST_F(FitsWriting, EightBitFilesAreWholeBlocksOfTheRowsFromTheTop) {

@@ -2,12 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <tuple>
 
+#include "core/slot_picture.h"
 #include "core/working_files.h"
 #include "tests/support/app_dir_fixture.h"
+#include "tests/support/failing_calls.h"
 #include "tests/support/file_makers.h"
 #include "tests/support/images.h"
+#include "tests/support/quiet_platform.h"
 
 namespace corvane {
 namespace {
@@ -129,22 +133,21 @@ TEST_F(Opening, AMissingTemplateLeavesNoSlotAndNoHalfAFile) {
 }
 
 TEST_F(Opening, ClosingMovesTheLaterSlotsDown) {
-  cv.SlotFileSize.fill("0");  // as the start of the program leaves them
   Open(MakeBitmap("b.bmp", 102));
   Open(MakeFits("c.fit", 103));
   const std::string withoutTheFirst = LastingState();
-  CloseImage(cv);
-  CloseImage(cv);
+  CloseImage(cv, os);
+  CloseImage(cv, os);
   EXPECT_EQ(WorkingFiles(), std::vector<std::string>{});
   const std::string empty = LastingState();
 
   OpenThree();
   cv.CurrentSlot = 0;
-  CloseImage(cv);
+  CloseImage(cv, os);
   EXPECT_EQ(LastingState(), withoutTheFirst);
   EXPECT_EQ(cv.CurrentSlot, 1);
   EXPECT_EQ(cv.CurrentName, "c.fit");
-  for (int times = 0; times < 3; ++times) CloseImage(cv);
+  for (int times = 0; times < 3; ++times) CloseImage(cv, os);
   EXPECT_EQ(LastingState(), empty);
 }
 
@@ -152,9 +155,70 @@ TEST_F(Opening, ClosingNeverShowsOnePictureUnderAnotherName) {
   OpenThree();
   std::filesystem::remove(cv.SlotBitmap(1));
   cv.CurrentSlot = 0;
-  CloseImage(cv);
+  CloseImage(cv, os);
   EXPECT_EQ(WorkingFiles(), std::vector<std::string>{"1temp.bmp"});
   EXPECT_EQ(FirstLevel(1), 103);
+}
+
+// Names what was said.
+class HeardPlatform : public QuietPlatform {
+ public:
+  std::string heard;
+
+ protected:
+  Answer DoMessage(const std::string& text, const std::string& title, Buttons buttons) override {
+    heard += title + ": " + text + "\n";
+    return QuietPlatform::DoMessage(text, title, buttons);
+  }
+};
+
+class ClosingUnderFaults : public Opening {
+ protected:
+  // Ten images whose names, pictures and data are told by their number; every second is a bitmap.
+  void OpenTen() {
+    cv.ImageCount = 0;
+    for (int i = 0; i < kSlots; ++i)
+      Open(i % 2 == 0 ? MakeFits(std::to_string(i) + ".fts", i) : MakeBitmap(std::to_string(i) + ".bmp", i));
+    ASSERT_EQ(cv.ImageCount, kSlots);
+  }
+  // Every slot has the data and, unless its loss was told, the picture that its name tells.
+  void ExpectAgreement(const std::string& heard) {
+    for (int slot = 0; slot < cv.ImageCount; ++slot) {
+      const std::string& name = cv.SlotName[slot];
+      const int number = name.at(0) - '0';
+      EXPECT_EQ(cv.SlotData[slot].Empty(), number % 2 == 1) << name;
+      if (heard.find("\"" + name + "\" is lost") != std::string::npos) continue;
+      ASSERT_TRUE(LoadSlotPicture(cv, os, slot)) << name;
+      EXPECT_EQ(cv.DisplayBits[0], number) << name;
+    }
+    for (int slot = cv.ImageCount; slot < kSlots; ++slot) EXPECT_EQ(cv.SlotName[slot], "");
+  }
+};
+
+TEST_F(ClosingUnderFaults, EverySlotKeepsItsPictureOrItsLossIsTold) {
+  for (const int closed : {0, 5, 9})
+    for (const int times : {1, 1000}) {
+      bool fired = true;
+      for (int call = 1; fired; ++call) {
+        SCOPED_TRACE(testing::Message()
+                     << "slot " << closed << ", call " << call << ", " << times << " times");
+        OpenTen();
+        cv.CurrentSlot = closed;
+        HeardPlatform quiet;
+        bool isClosed = false;
+        {
+          const FailingCalls fault(call, times);
+          isClosed = CloseImage(cv, quiet);
+          fired = fault.Seen() >= call;
+        }
+        EXPECT_EQ(cv.ImageCount, isClosed ? 9 : 10);
+        EXPECT_EQ(quiet.messages, isClosed ? 0 : 1);
+        const std::string name = std::to_string(closed) + (closed % 2 ? ".bmp" : ".fts");
+        EXPECT_EQ(std::count(cv.SlotName.begin(), cv.SlotName.end(), name), isClosed ? 0 : 1);
+        EXPECT_TRUE(isClosed || times > 1 || cv.SlotName[closed] == name) << "nothing has moved";
+        ExpectAgreement(quiet.heard);
+      }
+    }
 }
 
 TEST_F(Opening, SlotsOutsideTheStoreDoNothing) {

@@ -157,7 +157,7 @@ TEST_F(Render, ASavedSlotIsStretchedWheneverItsRangeIsWiderThanOne) {
   };
   for (const auto& [values, scale] : cases) {
     Take(2, Floats(2, 1, {values[0], values[1]}));
-    EXPECT_TRUE(RenderSlotData(cv, os));
+    EXPECT_EQ(RenderSlotData(cv), std::nullopt);
     EXPECT_EQ(cv.DisplayScale, scale) << values[0];
   }
 }
@@ -169,7 +169,7 @@ TEST_F(Render, ASavedSlotGetsItsPictureAndItsHistogram) {
   cv.LumHistLog.fill(5);
   cv.HistDecades = 4;
   Take(2, Floats(3, 2, {1000, 1100, 1200, 1000, 1000, 1200}));
-  EXPECT_TRUE(RenderSlotData(cv, os));
+  EXPECT_EQ(RenderSlotData(cv), std::nullopt);
   EXPECT_THAT(Pixels(cv.Display()), ElementsAre(0, 0, 255, 0, 128, 255));
   EXPECT_THAT(WorkingFiles(), ElementsAre("1temp.bmp"));
   EXPECT_EQ(ReadFile(AppFile("1temp.bmp")).substr(1078), std::string("\0\0\xFF\0\0\x80\xFF\0", 8));
@@ -191,8 +191,9 @@ TEST_F(Render, SaysWhichFileStoppedIt) {
   EXPECT_TRUE(cv.LoadFailed);
 
   std::filesystem::remove(AppFile(kGrayTemplate));
-  os.Expect("FILE OPEN ERROR", HasSubstr("\"gr_8.bm_\""));
-  EXPECT_FALSE(RenderSlotData(cv, os));
+  const auto refusal = RenderSlotData(cv);
+  ASSERT_TRUE(refusal);
+  EXPECT_THAT(refusal->text, HasSubstr("\"gr_8.bm_\""));
 }
 
 }  // namespace

@@ -5,9 +5,12 @@
 #include <cerrno>
 #include <tuple>
 
-#include "core/bitmap_file.h"
 #include "core/fits_writer.h"
+#include "core/slot_picture.h"
 #include "core/working_files.h"
+#include "formats/bitmap_format.h"
+#include "formats/fits_cards.h"
+#include "formats/sixteen_range.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_limit.h"
 #include "tests/support/file_makers.h"
@@ -39,12 +42,9 @@ class Saving : public AppDirFixture {
       cv.FitsComment = CommentValue(comment);
     };
   }
-  std::function<bool()> Negative() {
+  std::function<void()> Negative() {
     return [this] {
-      return SixteenBitSave(cv, 2, [this] {
-        for (float& v : std::span(cv.ImageData.Edit().values, cv.ImageData.Count())) v = 32767.0f - v;
-        return true;
-      });
+      for (float& v : std::span(cv.ImageData.Edit().values, cv.ImageData.Count())) v = 32767.0f - v;
     };
   }
   // A picture in AppDir, also as the working picture.
@@ -53,9 +53,10 @@ class Saving : public AppDirFixture {
     EXPECT_EQ(LoadDisplayBits(cv, AppFile(name)), std::nullopt);
     return AppFile(name);
   }
-  bool Save(const std::filesystem::path& path, int code = 2) {
-    return SaveFits(cv, os, desk, path, code, Negative());
+  ImageSave Of(const std::filesystem::path& path, const std::filesystem::path& picture, int precision = 2) {
+    return {.path = path, .slot = 1, .picture = picture, .precision = precision};
   }
+  bool Save(const ImageSave& save) { return SaveFits(cv, os, desk, save, Negative()); }
   // Everything that lasts, and the working state that a save passes through.
   std::string State() {
     return LastingState() + cv.CurrentName + cv.FitsFileSize + cv.FitsComment + cv.OpenTitle +
@@ -128,9 +129,8 @@ TEST_F(Saving, PrecisionIsTheSlotsWhereItsDataFitThePicture) {
 
 TEST_F(Saving, SixteenBitsOfAViewBecomeTheSlot) {
   const auto view = Show(kDummyBitmap, Uniform(3, 2, 9));
-  ASSERT_TRUE(Save(UserFile("neg.fts")));
+  ASSERT_TRUE(Save(Of(UserFile("neg.fts"), view)));
   EXPECT_EQ(offered, 2);
-  ASSERT_TRUE(CommitSave(cv, os, 1, UserFile("neg.fts"), view));
 
   const std::vector<float> values = {32767, 31767, 30767, 29767, 28767, 27767};
   std::string expected;
@@ -158,9 +158,8 @@ TEST_F(Saving, SixteenBitsOfAViewBecomeTheSlot) {
 
 TEST_F(Saving, EightBitsAreThePictureShownAndItsBytesTheData) {
   const auto view = Show(kDummyBitmap, Levels(5, 1, {1, 2, 3, 4, 255}));
-  ASSERT_TRUE(Save(UserFile("eight.FIT"), 1));  // the code wins over an answer of 16 bits
+  ASSERT_TRUE(Save(Of(UserFile("eight.FIT"), view, 1)));  // the precision wins over an answer of 16 bits
   EXPECT_EQ(offered, 1);
-  ASSERT_TRUE(CommitSave(cv, os, 1, UserFile("eight.FIT"), view));
   const std::string file = ReadFile(UserFile("eight.FIT"));
   EXPECT_EQ(file.substr(80, 30), "BITPIX  =                    8");
   EXPECT_EQ(file.substr(2880, 6), (std::string{1, 2, 3, 4, '\xFF', 0}));
@@ -177,8 +176,7 @@ TEST_F(Saving, WhatWasWrittenIsWhatIsReadBack) {
     Answer(bytes, "there and back");
     ASSERT_EQ(LoadDisplayBits(cv, cv.SlotBitmap(1)), std::nullopt);
     cv.SlotBytesPerPixel[1] = 2;
-    ASSERT_TRUE(Save(UserFile("a.fts")));
-    ASSERT_TRUE(CommitSave(cv, os, 1, UserFile("a.fts"), cv.SlotBitmap(1)));
+    ASSERT_TRUE(Save(Of(UserFile("a.fts"), cv.SlotBitmap(1))));
     const auto slot = OpenImageFile(cv, os, UserFile("a.fts"));
     ASSERT_TRUE(slot);
     EXPECT_EQ(Values(cv.SlotData[*slot].View()), Values(cv.SlotData[1].View()));
@@ -189,25 +187,42 @@ TEST_F(Saving, WhatWasWrittenIsWhatIsReadBack) {
   }
 }
 
-TEST_F(Saving, ANewImageTakesTheNextSlotAndNamesItsSourcesOnce) {
+TEST_F(Saving, DataThatAreReadyBecomeANewImageThatNamesItsSourcesOnce) {
   const auto result = Show(kTempBitmap, Uniform(3, 2, 50));
+  ImageSave save = Of(UserFile("sum.fts"), result);
+  save.slot = cv.ImageCount;
   cv.OriginalFiles = "m42.fit,  plain.fts";
-  ASSERT_TRUE(Save(UserFile("sum.fts")));
-  ASSERT_TRUE(CommitSave(cv, os, 2, UserFile("sum.fts"), result));
-  EXPECT_EQ(cv.ImageCount, 3);
-  EXPECT_EQ(cv.CurrentSlot, 2);
-  EXPECT_EQ(cv.SlotName[1], "m42.fit");
-  EXPECT_EQ(cv.SlotName[2], "sum.fts");
+  ASSERT_TRUE(SaveFitsData(cv, os, desk, save, [] { return Floats(3, 2, {0, 1, 2, 3, 4, 65536}); }));
+  EXPECT_EQ(std::tuple(cv.ImageCount, cv.CurrentSlot, cv.SlotName[1], cv.SlotName[2]),
+            std::tuple(3, 2, "m42.fit", "sum.fts"));
   EXPECT_EQ(cv.SlotHeader[2][7].substr(0, 48), "COMMENT = 'Original Files: m42.fit,  plain.fts' ");
   EXPECT_EQ(cv.OriginalFiles, "");
-  EXPECT_EQ(PictureLevels(cv.SlotBitmap(2)), (std::vector<int>{102, 51, 0, 255, 204, 153}));
+  EXPECT_EQ(Values(cv.SlotData[2].View()), (std::vector<float>{0, 1, 2, 3, 4, 65535})) << "not ranged";
+  EXPECT_EQ(PictureLevels(cv.SlotBitmap(2)), (std::vector<int>{0, 0, 255, 0, 0, 0}));
+  EXPECT_FALSE(std::filesystem::exists(result));
+
+  Answer(1, "");
+  const auto cropped = Show(kTempBitmap, Levels(2, 1, {3, 4}));
+  save = {.path = UserFile("cut.fts"), .slot = 0, .picture = cropped, .precision = 2, .source = "other.fit"};
+  ASSERT_TRUE(SaveFitsData(cv, os, desk, save, []() -> FloatImage { throw std::bad_alloc(); }));
+  EXPECT_EQ(Values(cv.SlotData[0].View()), (std::vector<float>{3, 4}));
+  EXPECT_EQ(cv.SlotHeader[0][7].substr(0, 39), "COMMENT = 'Original File = other.fit'  ");
+}
+
+TEST_F(Saving, DataOfAnotherSizeAreRangedByTheirSlotsRule) {
+  cv.SlotBytesPerPixel[1] = -4;
+  ImageSave save = Of(UserFile("cut.fts"), Show(kTempBitmap, Uniform(2, 1, 50)), -4);
+  ASSERT_TRUE(SaveFitsData(cv, os, desk, save, [] {
+    return IntoSixteenBitRange(Floats(2, 1, {-1, 1}), -4).values;
+  }));
+  EXPECT_EQ(Values(cv.SlotData[1].View()), (std::vector<float>{0, 32767}));
+  EXPECT_EQ(std::pair(cv.Width(), cv.Height()), std::pair(2, 1));
 }
 
 TEST_F(Saving, ABitmapIsACopyAndTheSlotKeepsNoData) {
   const auto view = Show(kDummyBitmap, Levels(3, 2, {1, 2, 3, 4, 5, 6}));
   const std::string picture = ReadFile(view);
-  ASSERT_TRUE(SaveBitmap(cv, os, view, UserFile("a.bmp")));
-  ASSERT_TRUE(CommitSave(cv, os, 1, UserFile("a.bmp"), view));
+  ASSERT_TRUE(SaveBitmap(cv, os, Of(UserFile("a.bmp"), view)));
   EXPECT_TRUE(ReadFile(UserFile("a.bmp")) == picture);
   EXPECT_TRUE(ReadFile(cv.SlotBitmap(1)) == picture);
   EXPECT_EQ(std::tuple(cv.SlotName[1], cv.SlotBytesPerPixel[1], cv.SlotFileSize[1]),
@@ -217,11 +232,7 @@ TEST_F(Saving, ABitmapIsACopyAndTheSlotKeepsNoData) {
 
 TEST_F(Saving, AFailedWriteChangesNothing) {
   const auto view = Show(kDummyBitmap, Noise(60, 50, 1));
-  const auto wide = [this] {
-    cv.ImageData = NoiseFloats(60, 50, 2);
-    EncodeSixteenBit(cv);
-    return true;
-  };
+  const auto wide = [] { return NoiseFloats(60, 50, 2); };
   MakeUserFile("old.fts", "old");
   std::filesystem::create_directory(UserFile("folder.fts"));
   const std::string before = State();
@@ -236,7 +247,8 @@ TEST_F(Saving, AFailedWriteChangesNothing) {
       os.Expect("DATA SAVE ERROR", "Error Number " + std::to_string(error));
       Answer(way, "comment");
       cv.OriginalFiles = "a, b";
-      EXPECT_FALSE(way == 0 ? SaveBitmap(cv, os, view, path) : SaveFits(cv, os, desk, path, 2, wide));
+      EXPECT_FALSE(way == 0 ? SaveBitmap(cv, os, Of(path, view))
+                            : SaveFitsData(cv, os, desk, Of(path, view), wide));
       os.VerifyScript();
       EXPECT_TRUE(State() == before);
       EXPECT_EQ(cv.OriginalFiles, "");
@@ -248,14 +260,17 @@ TEST_F(Saving, AFailedWriteChangesNothing) {
   EXPECT_TRUE(std::filesystem::is_empty(UserFile("folder.fts")));
 }
 
-TEST_F(Saving, AnAbandonedRunChangesNothingAndIsSilent) {
+TEST_F(Saving, WantOfMemoryChangesNothing) {
   ASSERT_EQ(LoadDisplayBits(cv, cv.SlotBitmap(1)), std::nullopt);
   const std::string before = State();
-  EXPECT_FALSE(SaveFits(cv, os, desk, UserFile("a.fts"), 2, [this] {
-    PrepareSixteenBit(cv, 2);
-    return false;
-  }));
-  EXPECT_TRUE(State() == before);
+  for (int way = 0; way < 2; ++way) {
+    os.Expect("DATA SAVE ERROR", "Not enough memory for this image.");
+    const ImageSave save = Of(UserFile("a.fts"), cv.SlotBitmap(1));
+    EXPECT_FALSE(way == 0 ? SaveFits(cv, os, desk, save, [] { throw std::bad_alloc(); })
+                          : SaveFitsData(cv, os, desk, save, []() -> FloatImage { throw std::bad_alloc(); }));
+    EXPECT_TRUE(State() == before);
+    EXPECT_FALSE(os.busy);
+  }
   EXPECT_FALSE(std::filesystem::exists(UserFile("a.fts")));
 }
 
@@ -263,22 +278,61 @@ TEST_F(Saving, ADamagedPictureIsNotCopiedOut) {
   const std::string before = State();
   WriteFile(AppFile(kDummyBitmap), "not a picture");
   os.Expect("FILE OPEN ERROR", testing::HasSubstr(kDummyBitmap));
-  EXPECT_FALSE(SaveBitmap(cv, os, AppFile(kDummyBitmap), UserFile("a.bmp")));
+  EXPECT_FALSE(SaveBitmap(cv, os, Of(UserFile("a.bmp"), AppFile(kDummyBitmap))));
   EXPECT_FALSE(std::filesystem::exists(UserFile("a.bmp")));
   std::filesystem::remove(AppFile(kDummyBitmap));
   EXPECT_TRUE(State() == before);
 }
 
-TEST_F(Saving, AVanishedPictureLeavesTheSlotAndTheSavedFile) {
-  std::filesystem::copy_file(cv.SlotBitmap(1), AppFile(kDummyBitmap));
-  ASSERT_TRUE(SaveBitmap(cv, os, AppFile(kDummyBitmap), UserFile("a.bmp")));
-  std::filesystem::remove(AppFile(kDummyBitmap));
-  os.Expect("FILE OPEN ERROR", testing::HasSubstr("\"dummy.bmp\" is missing or damaged"));
-  EXPECT_FALSE(CommitSave(cv, os, 1, UserFile("a.bmp"), AppFile(kDummyBitmap)));
-  EXPECT_EQ(cv.SlotName[1], "m42.fit");
-  EXPECT_EQ(cv.SlotBytesPerPixel[1], 2);
-  EXPECT_EQ(cv.SlotData[1].View().At(2, 1), 5000);
-  EXPECT_EQ(std::filesystem::file_size(UserFile("a.bmp")), std::filesystem::file_size(cv.SlotBitmap(1)));
+TEST_F(Saving, WhatFailsAfterTheFileIsSafeSaysSo) {
+  // At 8 bits the slot stays as it was.
+  const ImageSave save = Of(UserFile("a.bmp"), AppFile(kDummyBitmap));
+  std::filesystem::copy_file(cv.SlotBitmap(1), save.picture);
+  ASSERT_TRUE(WriteBitmapFile(cv, os, save));
+  std::filesystem::rename(cv.SlotBitmap(1), AppFile("away"));
+  std::filesystem::create_directory(cv.SlotBitmap(1));
+  os.Expect("FILE OPEN ERROR",
+            "\"a.bmp\" is saved, but not shown. The file \"1temp.bmp\" can't be written. Error Number 21");
+  EXPECT_FALSE(CommitSave(cv, os, save));
+  std::filesystem::remove(cv.SlotBitmap(1));
+  std::filesystem::rename(AppFile("away"), cv.SlotBitmap(1));
+  EXPECT_EQ(std::tuple(cv.SlotName[1], cv.SlotBytesPerPixel[1], cv.SlotData[1].View().At(2, 1)),
+            std::tuple("m42.fit", 2, 5000));
+  EXPECT_EQ(std::filesystem::file_size(save.path), std::filesystem::file_size(cv.SlotBitmap(1)));
+
+  // At 16 bits it has the data, whose picture is made later; the old one is not shown as theirs.
+  ASSERT_EQ(LoadDisplayBits(cv, cv.SlotBitmap(1)), std::nullopt);
+  std::filesystem::rename(AppFile(kGrayTemplate), AppFile("away"));
+  os.Expect("FILE OPEN ERROR",
+            "\"neg.fts\" is saved, but not shown. The file \"gr_8.bm_\" is missing or damaged.");
+  EXPECT_TRUE(Save(Of(UserFile("neg.fts"), cv.SlotBitmap(1))));
+  EXPECT_EQ(std::pair(cv.SlotName[1], cv.SlotData[1].View().At(0, 0)),
+            std::pair(std::string("neg.fts"), 32767.0f));
+  std::filesystem::rename(AppFile("away"), AppFile(kGrayTemplate));
+  EXPECT_TRUE(LoadSlotPicture(cv, os, 1));
+  EXPECT_EQ(PictureLevels(cv.SlotBitmap(1)), (std::vector<int>{102, 51, 0, 255, 204, 153}));
+}
+
+TEST_F(Saving, WorksAfterTheWorkingFolderHasVanished) {
+  OpenUserImage("gray.bmp", GrayBitmap(8, 3, 1, [](int x, int) { return x; }));
+  cv.RefillAppDir = [this] {
+    std::filesystem::create_directory(cv.AppDir);
+    std::filesystem::copy_file(AssetFolder() / kGrayTemplate, AppFile(kGrayTemplate));
+  };
+  for (const int slot : {2, 1, 0})  // the picture of a bitmap is lost with the folder unless it is shown
+    for (const char* name : {"a.bmp", "a.fts"}) {
+      SCOPED_TRACE(std::to_string(slot) + name);
+      cv.CurrentSlot = slot;
+      ASSERT_TRUE(LoadSlotPicture(cv, os, slot));
+      const auto levels = Pixels(cv.Display());
+      std::filesystem::remove_all(cv.AppDir);
+      const std::filesystem::path path = UserFile(std::to_string(slot) + name);
+      const ImageSave save{.path = path, .slot = slot, .picture = cv.SlotBitmap(slot)};
+      ASSERT_TRUE(name[2] == 'b' ? SaveBitmap(cv, os, save) : SaveFits(cv, os, desk, save, {}));
+      ASSERT_TRUE(LoadSlotPicture(cv, os, slot));
+      EXPECT_EQ(Pixels(cv.Display()), levels);
+      EXPECT_GT(std::filesystem::file_size(path), 1078u);
+    }
 }
 
 }  // namespace

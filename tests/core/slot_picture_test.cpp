@@ -27,18 +27,18 @@ TEST_F(SlotPicture, IsMadeAgainFromTheDataWhenItsFileIsGoneOrDamaged) {
       EXPECT_TRUE(LoadSlotPicture(cv, os, 0));
       EXPECT_EQ(ReadFile(AppFile("0temp.bmp")), rendered);
       EXPECT_EQ(cv.Width(), 3);
-      CloseImage(cv);
+      CloseImage(cv, os);
     }
 }
 
 TEST_F(SlotPicture, IsNotReplacedByTheRenderingOfDataThatAToolHasLeftBehind) {
   OpenAndTake("a.fit", FitsImage(16, 3, 2, {0, 100, 200, 300, 400, 1000}));
-  cv.SlotName[0] = "~a.fit";
+  KeepPicture(cv, os, AppFile("0temp.bmp"));
   std::filesystem::remove(AppFile("0temp.bmp"));
   os.Expect("FILE OPEN ERROR", testing::HasSubstr("0temp.bmp"));
   EXPECT_FALSE(LoadSlotPicture(cv, os, 0));
 
-  CloseImage(cv);
+  CloseImage(cv, os);
   OpenAndTake("a.bmp", BitmapBytes({24, 2, 2, false, [](int, int) { return kWhite; }, {}}));
   std::filesystem::remove(AppFile("0temp.bmp"));
   os.Expect("FILE OPEN ERROR", testing::HasSubstr("0temp.bmp"));

@@ -61,6 +61,19 @@ TEST_F(StartingUp, DirectoriesThatAreGoneFallBackToTheDocuments) {
   }
 }
 
+TEST_F(StartingUp, TheFirstOpenDialogStartsWhereTheSamplesAre) {
+  const auto samples = folder.Path() / "samples";
+  std::filesystem::create_directory(samples);
+  for (const auto& [stored, directory] :
+       {std::pair(std::string(), samples), {AppFile("").string(), cv.AppDir}, {"/gone", os.documentsDir}}) {
+    if (!stored.empty()) os.settings["DefaultDir"] = stored;
+    cv.DefaultDir = samples;
+    StartUp(cv, os);
+    EXPECT_TRUE(std::filesystem::equivalent(cv.DefaultDir, directory)) << stored;
+    EXPECT_EQ(cv.SaveDir, os.documentsDir);
+  }
+}
+
 TEST_F(StartingUp, SettingsSurviveARestartOnceTheyAreSaved) {
   for (const bool saved : {false, true}) {
     StartUp(cv, os);
@@ -68,10 +81,11 @@ TEST_F(StartingUp, SettingsSurviveARestartOnceTheyAreSaved) {
     cv.FileTypeSetting = 1;
     cv.DefaultDir = cv.AppDir;
     if (saved) {
-      SavePreferences(cv, os);
+      EXPECT_TRUE(SavePreferences(cv, os));
       EXPECT_EQ(os.settings.count("SaveDir"), 0u);
       SaveDirectories(cv, os);
     }
+    cv.DefaultDir.clear();
     StartUp(cv, os);
     EXPECT_EQ(std::tuple(cv.RasterCycles, cv.FileTypeSetting, cv.DefaultDir, cv.SaveDir),
               saved ? std::tuple(77, 1, cv.AppDir, os.documentsDir)

@@ -2,7 +2,7 @@
 
 #include <sys/stat.h>
 
-#include "core/files.h"
+#include "base/files.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_limit.h"
 

@@ -21,6 +21,7 @@ std::vector<std::string> ShippedFiles() {
 AppDirFixture::AppDirFixture() {
   cv.AppDir = folder.Path() / "app";
   cv.DefaultDir = cv.SaveDir = os.documentsDir = folder.Path() / "user";
+  cv.SlotFileSize.fill("0");  // as the start of the program leaves them
   std::filesystem::create_directory(cv.AppDir);
   std::filesystem::create_directory(cv.DefaultDir);
   for (const std::string& name : ShippedFiles())
@@ -52,7 +53,7 @@ std::vector<std::string> AppDirFixture::WorkingFiles() const {
 std::string AppDirFixture::LastingState() const {
   std::string text = std::to_string(cv.ImageCount);
   for (int slot = 0; slot < kSlots; ++slot) {
-    text += (cv.SlotFullRange[slot] ? "|*" : "|") + cv.SlotName[slot] +
+    text += "|" + std::to_string(static_cast<int>(cv.SlotRendering[slot])) + cv.SlotName[slot] +
             std::to_string(cv.SlotBytesPerPixel[slot]) + cv.SlotFileSize[slot] + HeaderText(cv, slot) +
             testing::PrintToString(Values(cv.SlotData[slot].View()));
   }

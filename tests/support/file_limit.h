@@ -27,4 +27,20 @@ class FileSizeLimit {
   void (*before_)(int) = nullptr;
 };
 
+// This process can open no file while the object lives.
+class NoMoreFiles {
+ public:
+  NoMoreFiles() {
+    EXPECT_EQ(getrlimit(RLIMIT_NOFILE, &limit_), 0);
+    const rlimit none{0, limit_.rlim_max};
+    EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+  }
+  ~NoMoreFiles() { setrlimit(RLIMIT_NOFILE, &limit_); }
+  NoMoreFiles(const NoMoreFiles&) = delete;
+  NoMoreFiles& operator=(const NoMoreFiles&) = delete;
+
+ private:
+  rlimit limit_{};
+};
+
 }  // namespace corvane

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/drawing.h"
+#include "base/drawing.h"
 
 namespace corvane {
 

@@ -4,8 +4,8 @@
 #include <initializer_list>
 #include <vector>
 
-#include "core/display_bitmap.h"
-#include "core/float_image.h"
+#include "base/display_bitmap.h"
+#include "base/float_image.h"
 
 namespace corvane {
 

@@ -2,16 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include "core/instruction_set.h"
+#include "base/instruction_set.h"
 
 namespace corvane {
 
-// Runs `check` once with each instruction set that this processor has.
+// Runs `check` once with each instruction set that this processor has, the plain one included.
 template <class Check>
 void OnEveryInstructionSet(Check check) {
-  for (const InstructionSet set : {InstructionSet::V2, InstructionSet::V3, InstructionSet::V4}) {
-    if (set > BestInstructionSet()) break;
-    SCOPED_TRACE(testing::Message() << "instruction set V" << static_cast<int>(set) + 2);
+  static constexpr const char* kNames[] = {"Plain", "Sse4", "Avx2", "Avx512"};
+  for (int i = 0; i <= static_cast<int>(BestInstructionSet()); ++i) {
+    const auto set = static_cast<InstructionSet>(i);
+    SCOPED_TRACE(testing::Message() << "instruction set " << kNames[i]);
     UseInstructionSet(set);
     check();
   }

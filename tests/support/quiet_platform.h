@@ -17,7 +17,7 @@ class QuietPlatform : public Platform {
   FileChoice OpenFile(const FileRequest&) override { return {}; }
   FileChoice SaveFile(const FileRequest&) override { return {}; }
   std::string Setting(const std::string&, const std::string& fallback) override { return fallback; }
-  void SaveSetting(const std::string&, const std::string&) override {}
+  int SaveSettings(const Settings&) override { return 0; }
   std::filesystem::path DocumentsDir() override { return {}; }
   std::unique_ptr<PrintJob> Print(const std::string&) override { return nullptr; }
   void OpenHelp(const std::filesystem::path&, const std::string&) override {}

@@ -43,9 +43,9 @@ class RecordingPrintJob : public PrintJob {
     record_->pictures.push_back({bitmap, left, top, width, height});
   }
   void Text(const std::string& text) override { record_->texts.push_back(text); }
-  bool End() override {
+  int End() override {
     record_->ended = true;
-    return !os_.printerFails;
+    return os_.printError;
   }
 
  private:
@@ -92,6 +92,12 @@ FileChoice ScriptedPlatform::OpenFile(const FileRequest& request) {
 FileChoice ScriptedPlatform::SaveFile(const FileRequest& request) {
   saveRequests.push_back(request);
   return TakeChoice(saveChoices_, request);
+}
+
+int ScriptedPlatform::SaveSettings(const Settings& values) {
+  if (settingsError == 0)
+    for (const auto& [key, value] : values) settings[key] = value;
+  return settingsError;
 }
 
 std::string ScriptedPlatform::Setting(const std::string& key, const std::string& fallback) {

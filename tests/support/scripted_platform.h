@@ -47,13 +47,14 @@ class ScriptedPlatform : public Platform {
   std::vector<FileRequest> openRequests;
   std::vector<FileRequest> saveRequests;
 
-  std::map<std::string, std::string> settings;
+  Settings settings;
+  int settingsError = 0;  // what keeps them from being saved
   std::filesystem::path documentsDir;
 
   float pageWidth = 760;
   float pageHeight = 1060;
   bool printIsCancelled = false;
-  bool printerFails = false;
+  int printError = 0;
   std::vector<std::shared_ptr<PrintRecord>> prints;
   std::vector<std::pair<std::filesystem::path, std::string>> helpCalls;  // file, topic
 
@@ -64,7 +65,7 @@ class ScriptedPlatform : public Platform {
   FileChoice OpenFile(const FileRequest& request) override;
   FileChoice SaveFile(const FileRequest& request) override;
   std::string Setting(const std::string& key, const std::string& fallback) override;
-  void SaveSetting(const std::string& key, const std::string& value) override { settings[key] = value; }
+  int SaveSettings(const Settings& values) override;
   std::filesystem::path DocumentsDir() override { return documentsDir; }
   std::unique_ptr<PrintJob> Print(const std::string& documentName) override;
   void OpenHelp(const std::filesystem::path& file, const std::string& topic) override {

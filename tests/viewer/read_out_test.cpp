@@ -11,7 +11,7 @@ namespace {
 
 TEST(ReadOut, NamesValueAndFitsRowWhereTheDataAreThoseOfThePicture) {
   ModCV cv;
-  cv.SlotName[2] = "m31.fit";
+  cv.SlotName[2] = "~m31.fit";  // its own name
   cv.SlotBytesPerPixel[2] = -4;
   cv.SlotData[2] = Floats(2, 3, {0.5f, 1, 2, -12.25f, std::numeric_limits<float>::quiet_NaN(), 5});
   EXPECT_EQ(DescribeData(cv, 2, 2, 3, {0, 2}), "Value 0.5, FITS row 1");
@@ -21,8 +21,9 @@ TEST(ReadOut, NamesValueAndFitsRowWhereTheDataAreThoseOfThePicture) {
   EXPECT_EQ(DescribeData(cv, 2, 3, 2, {0, 0}), "");  // a picture of another size
   EXPECT_EQ(DescribeData(cv, 1, 2, 3, {0, 0}), "");  // no data
   cv.SlotBytesPerPixel[2] = 1;
+  cv.SlotRendering[2] = Rendering::AsOpened;
   EXPECT_NE(DescribeData(cv, 2, 2, 3, {0, 0}), "");  // 8-bit data as the file holds them
-  cv.SlotName[2] = "~m31.fit";
+  cv.SlotRendering[2] = Rendering::None;
   EXPECT_EQ(DescribeData(cv, 2, 2, 3, {0, 0}), "");  // a tool's picture
   cv.SlotBytesPerPixel[2] = 2;
   EXPECT_NE(DescribeData(cv, 2, 2, 3, {0, 0}), "");  // an aligned image: its data were cut with it

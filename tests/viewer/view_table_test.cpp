@@ -11,7 +11,7 @@ constexpr int kWidth = 6;
 constexpr int kHeight = 4;
 
 DisplayBitmap Shown(const ViewEntry& view, const ModCV& settings, ConstGrayView source) {
-  DisplayBitmap result(view.turns ? source.height : source.width, view.turns ? source.width : source.height);
+  DisplayBitmap result(view.transposes ? source.height : source.width, view.transposes ? source.width : source.height);
   view.display(settings, source, result.View());
   return result;
 }
@@ -20,7 +20,7 @@ TEST(EveryView, OfTheGeometryShowsThePixelItNames) {
   ModCV settings;
   const DisplayBitmap source = Noise(kWidth, kHeight, 5);
   for (const ViewEntry& view : ViewTable()) {
-    if (view.menuIndex < 13) continue;
+    if (view.menuIndex < kRotate90) continue;
     const DisplayBitmap shown = Shown(view, settings, source.View());
     for (int y = 0; y < shown.height; ++y)
       for (int x = 0; x < shown.width; ++x) {

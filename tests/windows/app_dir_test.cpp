@@ -32,16 +32,31 @@ TEST_F(AppDirTest, IsTheUsersOwnFolderWhereTheProgramsCannotBeWritten) {
   }
 }
 
-TEST_F(AppDirTest, OfAnInstalledCopyIsTheUsersOwnFolderAndTakesTheInstalledFiles) {
+TEST_F(AppDirTest, OfAnInstalledCopyIsTheUsersOwnFolderAndFollowsTheInstalledFiles) {
   const std::filesystem::path prefix = folder.Path() / "usr";
+  const std::filesystem::path shared = prefix / "share" / "corvane";
   std::filesystem::create_directories(prefix / "bin");
   std::filesystem::create_directories(prefix / "share");
-  std::filesystem::copy(cv.AppDir, prefix / "share" / "corvane");
-  WriteFile(prefix / "share" / "corvane" / kHelpFile, "the packager's manual");
-  const AppDir appDir(prefix / "bin", Data());
-  EXPECT_EQ(appDir.Path(), Data());
-  EXPECT_EQ(ReadFile(Data() / kHelpFile), "the packager's manual");
-  EXPECT_TRUE(std::filesystem::is_empty(prefix / "bin"));
+  std::filesystem::copy(cv.AppDir, shared);
+  std::filesystem::create_directory(shared / "samples");
+  for (const char* manual : {"<html>the packager's manual</html>\n", "<html>the update's</html>\n"}) {
+    WriteFile(shared / kHelpFile, manual);
+    std::string palette = ReadFile(shared / kPalettes[0]);
+    palette[54 + 4 * 7] = manual[7];
+    WriteFile(shared / kPalettes[0], palette);
+    const AppDir appDir(prefix / "bin", Data());
+    EXPECT_EQ(appDir.Path(), Data());
+    EXPECT_EQ(appDir.Samples(), shared / "samples");
+    EXPECT_EQ(ReadFile(Data() / kHelpFile), manual);
+    EXPECT_EQ(ReadFile(Data() / kPalettes[0]), palette);
+    EXPECT_TRUE(std::filesystem::is_empty(prefix / "bin"));
+  }
+}
+
+TEST_F(AppDirTest, FindsTheSamplesBesideTheProgram) {
+  EXPECT_EQ(AppDir(cv.AppDir, Data()).Samples(), "");
+  std::filesystem::create_directory(AppFile("samples"));
+  EXPECT_EQ(AppDir(cv.AppDir, Data()).Samples(), AppFile("samples"));
 }
 
 TEST_F(AppDirTest, ThatCannotBeWrittenAnywhereIsNamed) {
@@ -63,8 +78,12 @@ TEST_F(AppDirTest, GetsItsMissingAndDamagedFilesBack) {
   WriteFile(AppFile(kPalettes[2]), "");
   std::filesystem::remove(AppFile(kHelpFile));
   WriteFile(AppFile("cancel32.ico"), "BM");
-  const AppDir appDir(cv.AppDir, Data());
+  { const AppDir appDir(cv.AppDir, Data()); }
   ExpectShippedFiles(cv.AppDir);
+  const std::string manual = ReadFile(AppFile(kHelpFile));
+  WriteFile(AppFile(kHelpFile), manual.substr(0, manual.size() / 2));
+  const AppDir appDir(cv.AppDir, Data());
+  EXPECT_EQ(ReadFile(AppFile(kHelpFile)), manual);
 }
 
 TEST_F(AppDirTest, KeepsAnIntactPaletteOfTheUsersOwn) {

@@ -40,8 +40,6 @@ class Application : public AppDirFixture {
 TEST_F(Application, HasExactlyTheWindowsThatItsMenusOffer) {
   for (const Window window : kWindows)
     EXPECT_EQ(MakeWindow(window, cv, os, desk) != nullptr, IsBuilt(window)) << static_cast<int>(window);
-  for (const Dialog dialog : kDialogs)
-    EXPECT_EQ(MakeDialog(dialog, cv, os) != nullptr, IsBuilt(dialog)) << static_cast<int>(dialog);
 }
 
 TEST_F(Application, HasATopicInTheManualForEveryWindow) {

@@ -5,7 +5,6 @@
 #include <QSpinBox>
 #include <QTest>
 
-#include "core/bitmap_file.h"
 #include "luminance/frmSave16.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/images.h"

@@ -63,9 +63,13 @@ class ViewerDeconvolution : public ViewerFixture {
 };
 
 TEST_F(ViewerDeconvolution, LeavesEverythingAsItWasWhenCancelled) {
+  Hover(3, 2);
+  const std::string readout = Readout();
   UserPresses("cmdCancel");
   Choose(kItem);
   ExpectNothingChanged();
+  EXPECT_EQ(Readout(), readout);
+  EXPECT_THAT(WorkingFiles(), testing::ElementsAre("0temp.bmp"));
   UserPresses("cmdApply");
   os.onYield = [&] {
     if (os.yields == 25) dialog->close();
@@ -146,7 +150,9 @@ TEST_F(ViewerDeconvolution, IsSavedFromTheDataWithSixteenBits) {
     Deconv16(wanted.Edit(), 1.5f, standard ? Restoration::Standard : Restoration::DeepSky, watch);
     ModCV encoded;
     encoded.ImageData = wanted;
+    encoded.BytesPerPixel = 2;
     EncodeSixteenBit(encoded);
+    TakeWrittenData(encoded, 0);
 
     Choose(kItem);
     int seen = 0;

@@ -205,8 +205,8 @@ TEST_F(ViewerFiles, PrintsThePictureShownOnItsPlace) {
   os.printIsCancelled = true;
   Choose("mnuFileSel_8");
   os.printIsCancelled = false;
-  os.printerFails = true;
-  os.Expect("PRINT ERROR", testing::_);
+  os.printError = ENOSPC;
+  os.Expect("PRINT ERROR", "The picture could not be printed. Error Number 28");
   Choose("mnuFileSel_8");
 }
 

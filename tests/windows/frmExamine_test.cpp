@@ -151,9 +151,18 @@ TEST_F(Viewer, MarksPixelsByMouseAndArrowKeysInsideThePicture) {
   Mouse(Picture(), QEvent::MouseButtonPress, {500, -80}, Qt::LeftButton, Qt::LeftButton);
   EXPECT_EQ(Readout().substr(0, 6), "20 10 ");
 
+  // The second of two quick presses comes as a double click.
+  Mouse(Picture(), QEvent::MouseButtonDblClick, At(8, 3), Qt::LeftButton, Qt::LeftButton);
+  EXPECT_EQ(Readout().substr(0, 4), "9 4 ");
+  // The list has no use for these keys.
+  auto& list = Find<QComboBox>(*window, "Combo1");
+  list.setFocus();
+  for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Left, Qt::Key_Right}) QTest::keyClick(&list, key);
+  EXPECT_EQ(Readout().substr(0, 4), "8 4 ");
+
   Click(3, 3, Qt::RightButton);
   EXPECT_EQ(Readout(), "  ");
-  EXPECT_NE(Picture().Point(19, 9), QColor(0, 255, 0));
+  EXPECT_NE(Picture().Point(7, 3), QColor(0, 255, 0));
   Hover(2, 2);
   EXPECT_EQ(Readout().substr(0, 4), "3 3 ");
 }
@@ -305,6 +314,11 @@ TEST_F(Viewer, HintsAtLuminanceScalingWhereNearlyAllIsDark) {
   EXPECT_THAT(Status(), HasSubstr("Luminance Scaling, Logarithmic Scale, brings out faint detail"));
   Hover(0, 0);
   EXPECT_EQ(Status(), "Value 3, FITS row 10");
+  Hover(-1, 0);
+  Choose("mnuToolSel_6");
+  EXPECT_EQ(Status(), "") << "its negative is bright";
+  Choose("mnuToolSel_6");
+  EXPECT_THAT(Status(), HasSubstr("Luminance Scaling"));
   OpenSlope("bright.fit", 10, 10);
   EXPECT_EQ(Status(), "");
 }

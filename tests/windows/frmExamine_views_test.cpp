@@ -40,7 +40,7 @@ TEST_F(ViewerViews, ShowEveryTransformOfTheSlotAndTheSlotAgain) {
     Choose(item.c_str());
     EXPECT_TRUE(Checked(item.c_str()));
     EXPECT_EQ(Readout(), "  ");
-    DisplayBitmap wanted(view.turns ? 5 : 7, view.turns ? 7 : 5);
+    DisplayBitmap wanted(view.transposes ? 5 : 7, view.transposes ? 7 : 5);
     if (view.deconvolves) {
       wanted = Copy(source.View());
       frmSave16 nobody(os, nullptr);
@@ -57,6 +57,7 @@ TEST_F(ViewerViews, ShowEveryTransformOfTheSlotAndTheSlotAgain) {
     EXPECT_FALSE(Checked(item.c_str()));
     EXPECT_EQ(ShownLevels(), plain);
     ExpectPictureIsWhole();
+    EXPECT_THAT(WorkingFiles(), ElementsAre("0temp.bmp"));
   }
 }
 
@@ -108,6 +109,7 @@ TEST_F(ViewerViews, EndWithAnotherImage) {
   EXPECT_EQ(cv.CurrentName, "a.fit");
   EXPECT_FALSE(Checked("mnuToolSel_13"));
   ExpectPictureIsWhole();
+  EXPECT_THAT(WorkingFiles(), ElementsAre("0temp.bmp", "1temp.bmp"));
   Choose("mnuToolSel_10");
   OpenSlope("c.fit", 3, 3);
   EXPECT_EQ(cv.Width(), 3);

@@ -85,8 +85,8 @@ TEST_F(ImageInformation, PrintsTheHeaderBelowItsName) {
   const QString printed = QString::fromStdString(os.prints[0]->texts[0]);
   EXPECT_EQ(printed, "FILE HEADER:  m13.fit\n" + QString(80, ' ') + '\n' + before);
   EXPECT_EQ(Find<QTextEdit>(window, "RichTextBox1").toPlainText(), before);
-  os.printerFails = true;
-  os.Expect("PRINT ERROR", "The header could not be printed.");
+  os.printError = ENOSPC;
+  os.Expect("PRINT ERROR", "The header could not be printed. Error Number 28");
   Press(window, "cmdPrint");
 }
 

@@ -61,7 +61,7 @@ TEST_F(LostPictures, TheSlotsPictureIsMadeAgainForViewsAndSaves) {
 
 TEST_F(LostPictures, APictureThatCannotBeMadeAgainIsReportedOnce) {
   Choose(kNegative);
-  cv.SlotName[0] = "~a.fit";
+  cv.SlotRendering[0] = Rendering::None;
   Lose("0temp.bmp");
   os.Expect("FILE OPEN ERROR", "The file \"0temp.bmp\" is missing or damaged.");
   Choose(kRotate90);
@@ -95,8 +95,8 @@ TEST_F(LostPictures, APictureStretchedByASaveComesBackStretched) {
   cv.CurrentSlot = 0;
   Find<QComboBox>(*window, "Combo1").setCurrentIndex(0);
   Choose("mnuFileSel_2");
-  EXPECT_TRUE(cv.SlotFullRange[0]);
-  EXPECT_FALSE(cv.SlotFullRange[1]);
+  EXPECT_EQ(cv.SlotRendering[0], Rendering::FullRange);
+  EXPECT_EQ(cv.SlotRendering[1], Rendering::None);
 }
 
 TEST_F(LostPictures, AMagnifiedImageIsSavedByTheMethodThatIsShown) {

@@ -74,29 +74,5 @@ TEST(PictureBox, ShowsTheFileItLoadedAndKeepsItWhenAnotherCannotBeRead) {
   EXPECT_EQ(box.Point(3, 3), Qt::white);
 }
 
-TEST(BitmapFile, ReadsEveryPartAsItReadsTheWhole) {
-  const TemporaryFolder folder;
-  const auto pixel = [](int x, int y) {
-    const auto level = static_cast<std::uint8_t>(x * 31 + y * 57);
-    return Color{level, std::uint8_t(level ^ 3), std::uint8_t(level / 2)};
-  };
-  for (const int bits : {8, 24})
-    for (const QSize size : {QSize(7, 5), QSize(300, 9)}) {
-      const auto path = folder.Path() / "picture.bmp";
-      WriteFile(path, BitmapBytes({bits, size.width(), size.height(), false, pixel, {}}));
-      const QImage whole = LoadBitmapImage(path).convertToFormat(QImage::Format_RGB32);
-      const BitmapFile file(path);
-      for (const int left : {0, 1, size.width() / 2, size.width() - 1})
-        for (const int top : {0, size.height() / 2, size.height() - 1})
-          for (const int width : {1, 2, size.width()})
-            for (const int height : {1, 3, size.height()}) {
-              const QRect part = QRect(left, top, width, height) & whole.rect();
-              EXPECT_EQ(file.Part(part), whole.copy(part)) << bits << ' ' << left << ' ' << top;
-            }
-      std::filesystem::resize_file(path, 60);  // an accident outside the program
-      EXPECT_TRUE(file.Part(QRect(QPoint(0, 0), size)).isNull());
-    }
-}
-
 }  // namespace
 }  // namespace corvane

@@ -1,7 +1,7 @@
 #include <QSpinBox>
 #include <QTest>
 
-#include "core/frmPref.h"
+#include "app/frmPref.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/window_controls.h"
 
@@ -47,6 +47,15 @@ TEST_F(Preferences, ApplyChangesTheSessionAndSaveTheFourSettingsToo) {
     EXPECT_EQ(InForce(), std::tuple(9, 0, 1, 1));
     EXPECT_EQ(os.settings, save ? stored : decltype(stored){});
   }
+}
+
+TEST_F(Preferences, StayWhereTheyCannotBeSaved) {
+  frmPref window(cv, os);
+  ChooseOtherThings(window);
+  os.settingsError = ENOSPC;
+  os.Expect("DATA SAVE ERROR", "Error Number 28");
+  Press(window, "cmdSave");
+  EXPECT_TRUE(window.isVisible());
 }
 
 TEST_F(Preferences, CancelAndEscapeChangeNothing) {

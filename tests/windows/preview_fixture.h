@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <sstream>
 
-#include "core/bitmap_file.h"
 #include "core/open_image.h"
+#include "core/slot_picture.h"
 #include "tests/support/file_limit.h"
 #include "tests/windows/tool_fixture.h"
 #include "widgets/Thumbnail.h"

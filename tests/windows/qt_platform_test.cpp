@@ -155,17 +155,22 @@ TEST_F(Help, FindsTextRoundTheEndAndSaysWhenThereIsNone) {
   EXPECT_EQ(lblFound.text(), "Not found");
 }
 
-TEST_F(Help, NamesAMissingFile) {
-  QString title, text;
-  WhenShown<QMessageBox>([&](QMessageBox& box) {
-    title = box.windowTitle();
-    text = box.text();
-    box.accept();
-  });
-  platform.OpenHelp(UserFile("absent.HLP"), "");
-  EXPECT_EQ(title, "HELP ERROR");
-  EXPECT_TRUE(text.contains("absent.HLP"));
-  EXPECT_FALSE(Viewer());
+TEST_F(Help, NamesAFileThatIsMissingOrWasCut) {
+  const std::string whole = ReadFile(manual);
+  MakeUserFile("cut.HLP", whole.substr(0, whole.size() / 2));
+  MakeUserFile("empty.HLP", "");
+  for (const char* name : {"absent.HLP", "cut.HLP", "empty.HLP"}) {
+    QString title, text;
+    WhenShown<QMessageBox>([&](QMessageBox& box) {
+      title = box.windowTitle();
+      text = box.text();
+      box.accept();
+    });
+    platform.OpenHelp(UserFile(name), "");
+    EXPECT_EQ(title, "HELP ERROR");
+    EXPECT_TRUE(text.contains(name));
+    EXPECT_FALSE(Viewer());
+  }
 }
 
 }  // namespace

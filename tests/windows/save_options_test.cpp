@@ -1,6 +1,6 @@
 #include <QTest>
 
-#include "core/frmFITS.h"
+#include "app/frmFITS.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/window_controls.h"
 

@@ -1,23 +1,21 @@
 #include <gtest/gtest.h>
-
-#include <QElapsedTimer>
-#include <QLockFile>
-#include <QSettings>
+#include <sys/stat.h>
 
 #include "platform/QtText.h"
 #include "platform/SettingsStore.h"
+#include "tests/support/file_limit.h"
 #include "tests/support/test_files.h"
 
 namespace corvane {
 namespace {
 
-class Settings : public testing::Test {
+class SettingsFile : public testing::Test {
  protected:
-  Settings() { UseFolder(folder.Path()); }
+  SettingsFile() { UseFolder(folder.Path()); }
+  ~SettingsFile() override { qunsetenv("XDG_CONFIG_HOME"); }
   void UseFolder(const std::filesystem::path& path) {
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, ToQt(path));
+    qputenv("XDG_CONFIG_HOME", path.c_str());
     file = path / "Corvane" / "Corvane_2.conf";
-    lock = path / "Corvane" / "Corvane_2.conf.lock";
   }
   void MakeFile(std::string_view bytes) const {
     std::filesystem::create_directories(file.parent_path());
@@ -26,20 +24,32 @@ class Settings : public testing::Test {
 
   TemporaryFolder folder;
   std::filesystem::path file;
-  std::filesystem::path lock;
 };
 
-TEST_F(Settings, AreKeptAsTextInTheirSection) {
+TEST_F(SettingsFile, KeepsTextsInItsSection) {
   EXPECT_EQ(StoredSetting("Raster", "5"), "5");
-  const std::string directory = "/data/M 31, α; \"x\" = 50%";
-  StoreSetting("Raster", "12");
-  StoreSetting("SaveDir", directory);
+  EXPECT_EQ(StoreSettings({{"Raster", "12"}}), 0);
+  EXPECT_EQ(ReadFile(file), "[Startup]\nRaster=12\n");
   EXPECT_EQ(StoredSetting("Raster", "5"), "12");
-  EXPECT_EQ(StoredSetting("SaveDir", ""), directory);
-  EXPECT_NE(ReadFile(file).find("[Startup]\nRaster=12\n"), std::string::npos);
+  for (const char* directory : {"/data/M 31, α; \"x\" = 50%", "/a\nb\tc",
+                                "\\x41 \x01"
+                                "b",
+                                " [x] ", ""}) {
+    EXPECT_EQ(StoreSettings({{"DefaultDir", directory}, {"SaveDir", "/plain"}}), 0);
+    EXPECT_EQ(StoredSetting("DefaultDir", "none"), directory);
+    EXPECT_EQ(StoredSetting("SaveDir", ""), "/plain");
+    EXPECT_EQ(StoredSetting("Raster", "5"), "12");
+  }
 }
 
-TEST_F(Settings, OfADamagedFileFallBackAndCanBeSavedAgain) {
+TEST_F(SettingsFile, KeepsWhatElseIsInIt) {
+  MakeFile("[General]\nMag=7\n\n[Startup]\nMag=1\n; note\n\n[Other]\nMag=@ByteArray(x)\n");
+  EXPECT_EQ(StoreSettings({{"Mag", "0"}, {"PColor", "2"}}), 0);
+  EXPECT_EQ(ReadFile(file),
+            "[General]\nMag=7\n\n[Startup]\n; note\nMag=0\nPColor=2\n\n[Other]\nMag=@ByteArray(x)\n");
+}
+
+TEST_F(SettingsFile, ThatIsDamagedFallsBackAndCanBeSavedAgain) {
   int number = 0;
   for (const std::string_view bytes :
        {std::string_view("\0\xff[[[%%%\n=\n[Startup", 18), std::string_view("[Startup\nRaster"),
@@ -48,43 +58,39 @@ TEST_F(Settings, OfADamagedFileFallBackAndCanBeSavedAgain) {
     UseFolder(folder.Path() / std::to_string(++number));
     MakeFile(bytes);
     EXPECT_EQ(StoredSetting("Mag", "1"), "1");
-    StoreSetting("Mag", "0");
+    EXPECT_EQ(StoreSettings({{"Mag", "0"}}), 0);
     EXPECT_EQ(StoredSetting("Mag", "1"), "0");
   }
 }
 
-TEST_F(Settings, AreGivenUpWhereTheirFileCannotBeWritten) {
+TEST_F(SettingsFile, ThatCannotBeWrittenIsLeftAloneAndTheReasonGiven) {
   WriteFile(folder.Path() / "plain", "a file where the folder should be");
   UseFolder(folder.Path() / "plain");
-  StoreSetting("Mag", "0");
+  EXPECT_EQ(StoreSettings({{"Mag", "0"}}), ENOTDIR);
   EXPECT_EQ(StoredSetting("Raster", "5"), "5");
 
-  UseFolder(folder.Path() / "other");
+  UseFolder(folder.Path() / "folder");
   std::filesystem::create_directories(file);
-  StoreSetting("Raster", "7");
+  EXPECT_NE(StoreSettings({{"Raster", "7"}}), 0);
   EXPECT_EQ(StoredSetting("Raster", "5"), "5");
+
+  UseFolder(folder.Path() / "full");
+  const std::string before = "[Startup]\nDefaultDir=/old\n";
+  MakeFile(before);
+  {
+    const FileSizeLimit limit(40);
+    EXPECT_EQ(StoreSettings({{"DefaultDir", "/new"}, {"SaveDir", "/also/new/and/longer"}}), EFBIG);
+  }
+  EXPECT_EQ(ReadFile(file), before);
+  EXPECT_EQ(StoredSetting("DefaultDir", ""), "/old");
 }
 
-TEST_F(Settings, DoNotWaitLongForALockThatIsHeld) {
-  MakeFile("[Startup]\nMag=1\n");
-  QLockFile held(ToQt(lock));
-  ASSERT_TRUE(held.tryLock());
-  QElapsedTimer timer;
-  timer.start();
-  StoreSetting("Mag", "0");
-  EXPECT_LT(timer.elapsed(), 3000);
-  EXPECT_EQ(StoredSetting("Mag", ""), "1");
-}
-
-TEST_F(Settings, LoseTheLockThatAKilledRunLeft) {
-  MakeFile("[Startup]\nMag=1\n");
-  WriteFile(lock, "1\ncorvane\nsomewhere\n");  // the number now belongs to a process that is alive
-  RemoveStaleSettingsLock();
-  EXPECT_FALSE(std::filesystem::exists(lock));
-  StoreSetting("Mag", "0");
-  EXPECT_EQ(StoredSetting("Mag", ""), "0");
-  RemoveStaleSettingsLock();
-  EXPECT_EQ(StoredSetting("Mag", ""), "0");
+TEST_F(SettingsFile, ThatIsAPipeStopsNobody) {
+  std::filesystem::create_directories(file.parent_path());
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  EXPECT_EQ(StoredSetting("Mag", "1"), "1");
+  EXPECT_EQ(StoreSettings({{"Mag", "0"}}), EINVAL);
+  EXPECT_TRUE(std::filesystem::is_fifo(file));
 }
 
 }  // namespace

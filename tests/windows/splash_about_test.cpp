@@ -3,8 +3,8 @@
 #include <QTest>
 #include <QTimer>
 
-#include "core/frmAbout.h"
-#include "core/frmCVSplash.h"
+#include "app/frmAbout.h"
+#include "app/frmCVSplash.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/window_controls.h"
 

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "app/Factory.h"
-#include "core/fits_writer.h"
+#include "formats/fits_cards.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_makers.h"
 #include "tests/support/images.h"

@@ -2,6 +2,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "platform/built_windows.h"
 #include "tests/support/app_dir_fixture.h"
 #include "widgets/ToolIcons.h"
 #include "widgets/ToolWindow.h"
@@ -9,7 +10,8 @@
 namespace corvane {
 namespace {
 
-constexpr MenuItem kMenu[] = {{"&Run"}, {.text = "Check", .check = true}, {.text = "Later", .built = false}};
+constexpr MenuItem kMenu[] = {
+    {"&Run"}, {.text = "Check", .check = true}, {.text = "Later", .opens = kAbsentWindows[0]}};
 constexpr ToolKey kKeys[] = {{"open", "Run it", "mnuFileSel", 0}, {"mask", "Check", "mnuFileSel", 1}};
 
 class SmallTool : public ToolWindow {
@@ -52,7 +54,7 @@ TEST_F(ToolWindowTest, LeavesCheckMarksToTheHandler) {
 
 TEST_F(ToolWindowTest, KeepsItemsOfAbsentWindowsDisabled) {
   EXPECT_FALSE(window.At(2).isEnabled());
-  window.EnableItem("mnuFileSel", 2, true);
+  window.EnableItem(kAbsentWindows[0], true);
   EXPECT_FALSE(window.At(2).isEnabled());
   window.EnableItem("mnuFileSel", 1, false);
   EXPECT_FALSE(window.At(1).isEnabled());
