@@ -1,7 +1,6 @@
 #include "viewer/frmExamine.h"
 
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
@@ -120,30 +119,13 @@ frmExamine::frmExamine(ModCV& store, Platform& platform, Desk& windows)
 }
 
 void frmExamine::LayOut() {
-  struct Row {
-    const char* label;
-    const char* caption;
-    ReadOnlyBox* box;
-  };
-  const auto frame = [this](const char* name, const char* title, std::initializer_list<Row> rows) {
-    auto* group = Named(new QGroupBox(title), name, title);
-    auto* grid = new QGridLayout(group);
-    int line = 0;
-    for (const Row& row : rows) {
-      grid->addWidget(Named(PlainLabel(row.caption), row.label), line, 0);
-      grid->addWidget(row.box, line++, 1);
-      row.box->setAlignment(Qt::AlignRight);
-      row.box->setFixedWidth(fontMetrics().horizontalAdvance("0") * 10);
-    }
-    return group;
-  };
   auto* side = new QVBoxLayout;
-  side->addWidget(frame("frImage", "Image",
-                        {{"lblWidth", "Image Width", txbWidth}, {"lblHeight", "Image Height", txbHeight}}));
-  side->addWidget(frame("frPixel", "Pixel",
-                        {{"lblXPos", "X Position", txbXPos},
-                         {"lblYPos", "Y Position", txbYPos},
-                         {"lblLum", "Luminance", txbLum}}));
+  side->addWidget(BoxFrame("frImage", "Image",
+                           {{"lblWidth", "Image Width", txbWidth}, {"lblHeight", "Image Height", txbHeight}}));
+  side->addWidget(BoxFrame("frPixel", "Pixel",
+                           {{"lblXPos", "X Position", txbXPos},
+                            {"lblYPos", "Y Position", txbYPos},
+                            {"lblLum", "Luminance", txbLum}}));
   side->addStretch();
 
   auto* center = new QWidget;

@@ -1,6 +1,7 @@
 #include "widgets/controls.h"
 
 #include <QEvent>
+#include <QGridLayout>
 
 namespace corvane {
 namespace {
@@ -37,6 +38,19 @@ bool ReadOnlyBox::event(QEvent* event) {
     return false;
   }
   return QLineEdit::event(event);
+}
+
+QGroupBox* BoxFrame(const char* name, const char* title, std::initializer_list<BoxRow> rows) {
+  auto* group = Named(new QGroupBox(title), name, title);
+  auto* grid = new QGridLayout(group);
+  int line = 0;
+  for (const BoxRow& row : rows) {
+    grid->addWidget(Named(PlainLabel(row.caption), row.label), line, 0);
+    grid->addWidget(row.box, line++, 1);
+    row.box->setAlignment(Qt::AlignRight);
+    row.box->setFixedWidth(row.box->fontMetrics().horizontalAdvance("0") * 10);
+  }
+  return group;
 }
 
 void WheelOnlyWithFocus(QWidget* widget) {

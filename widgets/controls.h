@@ -1,5 +1,8 @@
 #pragma once
 
+#include <initializer_list>
+
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QString>
@@ -26,6 +29,16 @@ class ReadOnlyBox : public QLineEdit {
  protected:
   bool event(QEvent* event) override;
 };
+
+// A line of a group of boxes: the caption, the name of its label, and the box.
+struct BoxRow {
+  const char* label;
+  const char* caption;
+  ReadOnlyBox* box;
+};
+
+// A titled group of boxes of one width, right-aligned, each behind its caption.
+QGroupBox* BoxFrame(const char* name, const char* title, std::initializer_list<BoxRow> rows);
 
 // Lists, sliders and spin controls change by the wheel only while they have the focus, so that scrolling
 // past one changes nothing.
