@@ -41,7 +41,7 @@ Mark Center(ConstGrayView picture, Mark mark, int radius, int threshold) {
   };
   const Mark found{CentroidOf(mark.x - reach, mark.x + reach, mark.x, column),
                    CentroidOf(mark.y - reach, mark.y + reach, mark.y, row)};
-  // Far from the origin the sums lose whole pixels.
+  // Far from the origin the 32-bit sums are off by whole pixels, so the result may lie beyond an edge.
   return ClampMark(found, picture.width, picture.height);
 }
 

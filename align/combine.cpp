@@ -63,7 +63,7 @@ void Display(ConstGrayView a, ConstGrayView b, float m1, float m2, GrayView resu
   __builtin_memcpy(result.bits + i, &last, count - i);
 }
 
-// The comparisons pass a blank on.
+// Comparisons with NaN are false, so a blank stays blank.
 template <class Method>
 ALWAYS_INLINE Floats CombineValues(const float* a, const float* b, const Method& method) {
   const Floats v = method(Load<Floats>(a), Load<Floats>(b));
@@ -90,7 +90,7 @@ void AverageDisplay(ConstGrayView a, ConstGrayView b, float m1, float m2, GrayVi
   Display<Sum>(a, b, m1 / (m1 + m2), m2 / (m1 + m2), result);
 }
 
-// The mean of the pixels; padding is none.
+// The mean of the pixels, without the padding.
 float MeanLevel(ConstGrayView levels) {
   std::uint64_t sum = 0;
   for (int y = 0; y < levels.height; ++y) {
@@ -105,7 +105,7 @@ void FlatDisplay(ConstGrayView a, ConstGrayView b, float m1, float m2, GrayView 
   Display<Quotient>(a, b, m1, mean > 0.0f ? m2 / mean : 1.0f, result);
 }
 
-// Sums of 64 bits, always as many, so that every instruction set rounds alike.
+// The number of 64-bit sums is fixed, so that every instruction set rounds alike.
 constexpr int kChains = 32;
 
 struct Totals {
@@ -122,7 +122,7 @@ struct Totals {
   }
 };
 
-// The mean of the values that are no blanks.
+// The mean of the values that are not blank.
 double MeanValue(ConstFloatView data) {
   const std::size_t count = (std::size_t)data.width * data.height;
   Totals totals{};

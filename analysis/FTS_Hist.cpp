@@ -34,7 +34,7 @@ FTS_Hist::FTS_Hist(ModCV& store, Platform& platform)
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(kWordWidth, 4, 8, 8);
   layout->addWidget(panel_);
-  // Centred under the graph, not under the panel, which is wider by the labels of its count axis.
+  // Centered under the graph, not under the panel, which is wider by the labels of its count axis.
   const int graphCenter = panel_->Graph()->geometry().center().x();
   Label1->setFixedWidth(2 * graphCenter);
   layout->addWidget(Label1, 0, Qt::AlignLeft);

@@ -158,7 +158,7 @@ GraphFrame HistogramPanel::Frame() const {
 void HistogramPanel::Graphscales(QPainter& painter) const {
   CountAxis counts = LabelCounts(state_.decades, state_.barScale, Frame());
   PaintTicks(*this, painter, counts.ticks);
-  // Beside their lines whatever the height of the font is.
+  // Keeps labels beside their lines at every font height.
   for (std::size_t k = 0; k < counts.labels.size(); ++k)
     counts.labels[k].y = counts.ticks[k].y1 - static_cast<float>(fontMetrics().height()) / 2;
   PaintLabels(*this, painter, counts.labels);

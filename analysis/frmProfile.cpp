@@ -31,7 +31,7 @@ PictureBox* NewGraph(const char* name, const char* spokenName) {
   graph->setFixedSize(kWidth, kHeight);
   graph->SetCoordinates(-1, 201, -2, 257);
   graph->SetBackground(Qt::white);
-  // It covers its place, so drawing on it is no repaint of the window.
+  // It paints its whole area, so drawing on it does not repaint the window behind.
   graph->setAttribute(Qt::WA_OpaquePaintEvent);
   return graph;
 }
@@ -61,7 +61,7 @@ frmProfile::frmProfile(ModCV& store, Platform&)
   auto* graphs = new QHBoxLayout;
   graphs->addWidget(GraphColumn(picXP, "X Profile", "Label1", "Left", "Right"));
   graphs->addSpacing(8);
-  // It runs downwards from right to left.
+  // The column runs downwards from right to left.
   graphs->addWidget(GraphColumn(picYP, "Y Profile", "Label2", "Down", ""));
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(cmdGrid);

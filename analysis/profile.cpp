@@ -54,7 +54,7 @@ std::vector<Label> AxisLabels(const GraphFrame& frame, const char* right) {
   return labels;
 }
 
-// A row or a column as a sentence tells of it. `first` is the position of levels[0], `step` 1 or -1.
+// A row or a column, to be described in a sentence. `first` is the position of levels[0], `step` 1 or -1.
 struct Line {
   std::string name;
   std::string position;

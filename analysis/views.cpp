@@ -23,11 +23,11 @@ void NegativeData(FloatView values) {
 // Whole numbers of at most 4 digits: 16-bit integers give the sums that floats would.
 
 // What the sums take from the bytes of six places.
-struct Neighbours {
+struct Neighbors {
   Shorts above, aboveRight, right, left, belowLeft, below;
 };
 
-ALWAYS_INLINE Shorts EdgeLevels(const Neighbours& n) {
+ALWAYS_INLINE Shorts EdgeLevels(const Neighbors& n) {
   const Shorts strong = n.above - n.below + n.right - n.left;
   const Shorts weak = n.aboveRight - n.belowLeft;
   const Shorts level = strong * 5 + weak * 2 + 100;

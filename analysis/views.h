@@ -18,7 +18,7 @@ struct ViewKernels {
 DECLARE_VECTOR_KERNELS(ViewKernels, viewKernels, ChosenViewKernels)
 
 // Display bytes re-mapped for inspection. Source and result have the same size and stride, and every byte of
-// the result is written, row padding included. (The pseudo-colour view changes no byte: it is the picture
+// the result is written, row padding included. (The pseudo-color view changes no byte: it is the picture
 // under one of the palette templates.)
 
 // The gray ramp `cycles` (1..128) times over: (cycles * level) mod 255. `result` may be `source`.

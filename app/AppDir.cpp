@@ -58,7 +58,7 @@ std::optional<std::string> ShippedFile(const std::filesystem::path& installed, c
 }
 
 // Writes the shipped files that `folder` lacks: missing or damaged ones, and where it is the user's own those
-// that differ from what `installed` has. One that can't be had or written is reported by the command that
+// that differ from what `installed` has. One that can't be read or written is reported by the command that
 // needs it.
 void RefillFiles(const std::filesystem::path& folder, const std::filesystem::path& installed, bool usersOwn) {
   for (const std::string& name : ShippedFiles()) {

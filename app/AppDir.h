@@ -12,9 +12,9 @@ class AppDir {
  public:
   enum class State { Ready, AlreadyRunning, NotWritable };
 
-  // Takes `program`, the folder of the program, or `data`, the user's own folder for it (which is made),
-  // where the first can't be written or belongs to an installed copy. The user's own then has the files of
-  // the installation, also after an update. A refusal touches no file.
+  // Takes `program`, the folder of the program. Where that can't be written or belongs to an installed copy
+  // it takes `data`, the user's own folder, makes it and copies the installed files to it, again after an
+  // update. Where neither can be taken no file is touched.
   AppDir(const std::filesystem::path& program, const std::filesystem::path& data);
   ~AppDir();
   AppDir(const AppDir&) = delete;

@@ -6,8 +6,8 @@
 
 namespace corvane {
 
-// The toolkit's application with a net around each event: a request for memory that nobody else has caught
-// ends the event and not the program. The user is told, once, and the images are kept.
+// Catches std::bad_alloc around each event, so that running out of memory ends the event and not the program.
+// The user is told once, and the images are kept.
 class Application : public QApplication {
  public:
   Application(int& argc, char** argv) : QApplication(argc, argv) {}

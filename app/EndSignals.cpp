@@ -40,7 +40,7 @@ EndSignals::EndSignals(std::function<void()> end) : end_(std::move(end)) {
   connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
     notifier->setEnabled(false);
     End();
-    // A command that is under way would write again what has just been deleted, so nothing runs on.
+    // A command under way would write the files again that were just deleted, so the program ends here.
     std::_Exit(EXIT_SUCCESS);
   });
   for (const int number : kSignals) Handle(number, WakeUp);

@@ -5,9 +5,9 @@
 
 namespace corvane {
 
-// Calls `end`, once, when the program must end without being asked to by its user: from the event loop after
-// TERM, INT or HUP, which then end it with status 0; and where the toolkit exits because the display is lost.
-// One at a time.
+// Calls `end`, once, when the program must end without a command of its user: after TERM, INT or HUP, from
+// the event loop, and the exit status is then 0; or when the toolkit exits because the display is lost. Only
+// one object at a time.
 class EndSignals : public QObject {
  public:
   explicit EndSignals(std::function<void()> end);

@@ -23,7 +23,7 @@ void OpenStandardDescriptors() {
     if (fcntl(descriptor, F_GETFD) < 0) open("/dev/null", O_RDWR);  // takes the lowest free number
 }
 
-// What the toolkit takes for its windows and fonts; without it, it may fail halfway.
+// Whether there is the memory that the toolkit needs for windows and fonts: with less it may fail halfway.
 bool HasRoomToStart() {
   constexpr std::size_t kRoom = std::size_t{64} << 20;
   void* room = mmap(nullptr, kRoom, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);

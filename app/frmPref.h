@@ -22,7 +22,7 @@ class frmPref : public QDialog {
 
   void cmdApply_Click();
   void cmdSave_Click();
-  // Takes the choices over; false, with the focus in the box, where the raster cycles can't be taken.
+  // Stores the choices; false, with the focus in the box, where the raster cycles are refused.
   bool Apply();
 
   ModCV& cv;

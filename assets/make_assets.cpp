@@ -45,7 +45,7 @@ Palette GrayRamp() {
   return palette;
 }
 
-// CIE L* of an sRGB colour, 0..100.
+// CIE L* of an sRGB color, 0..100.
 double Lightness(const Rgb& color) {
   const auto linear = [](double part) {
     part /= 255;
@@ -59,7 +59,7 @@ Rgb Mix(const Rgb& a, const Rgb& b, double t) {
   return {a.red + (b.red - a.red) * t, a.green + (b.green - a.green) * t, a.blue + (b.blue - a.blue) * t};
 }
 
-// The colours along the line through `stops`, spaced so that lightness rises by equal steps. Lightness must
+// The colors along the line through `stops`, spaced so that lightness rises by equal steps. Lightness must
 // rise along the line.
 Palette EvenLightness(const std::vector<Rgb>& stops) {
   Palette palette{};

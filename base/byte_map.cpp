@@ -5,9 +5,10 @@
 namespace corvane::VECTOR_NAMESPACE {
 namespace {
 
-// A table of 256 bytes is 16 pieces. Walking down from an index in steps of 16, every piece up to the one
-// that holds it answers and the later ones give 0, so pieces that are kept as the difference to the piece
-// before combine to the level looked for.
+// A table of 256 bytes in 16 pieces of 16. The index is lowered by 16 from piece to piece; a look-up in a
+// piece gives its entry (index & 15), or 0 once the index is negative. So all pieces up to the one that holds
+// the index answer, and since each is stored as its difference (by XOR) from the one before, their answers
+// combine to the entry.
 struct Pieces {
   Octets difference[16];
 };

@@ -21,8 +21,8 @@ inline FittedSize FitInto(int width, int height, int boxWidth, int boxHeight) {
           std::clamp(RoundEven(height * scale), 1, boxHeight)};
 }
 
-// The combiner's rule: one side of the box decides by the aspect in single precision, the other is cut to its
-// integer part.
+// The combiner's rule: the aspect ratio, in single precision, decides which side of the box limits the
+// picture; the other side follows from it and is cut to its integer part.
 inline FittedSize FitByAspect(int width, int height, int boxWidth, int boxHeight) {
   const float aspect = static_cast<float>(width) / static_cast<float>(height);
   if (aspect >= 1.3333f) {

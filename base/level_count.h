@@ -16,8 +16,8 @@ class LevelCounter {
   LevelCounts Counts() const;
 
  private:
-  // A counter cannot be raised again before its last increment has reached memory, so neighbors, which are
-  // often equal, are counted in tables of their own.
+  // A counter can be raised again only once its last increment has reached memory. Neighbors are often equal,
+  // so they are counted in different tables.
   static constexpr int kTables = 8;
   std::array<LevelCounts, kTables> tables_{};
 };

@@ -11,7 +11,7 @@
 namespace corvane {
 
 struct LevelKernels {
-  // Lowers *minimum and raises *maximum by `count` values.
+  // Lowers *minimum and raises *maximum to include `count` values.
   void (*findRange)(const float* values, std::size_t count, float* minimum, float* maximum);
   void (*mapRow)(const float* values, float minimum, float scale, std::uint8_t* levels, int width);
 };

@@ -22,7 +22,7 @@ namespace corvane {
 namespace {
 
 constexpr std::size_t kReserve = std::size_t{12} << 20;
-// The toolkit does not survive without the memory for the picture of a window.
+// Enough for the picture of a window: the toolkit does not survive when that request fails.
 constexpr std::size_t kSmall = std::size_t{4} << 20;
 
 std::atomic<void*> reserve{nullptr};
@@ -42,7 +42,7 @@ std::atomic<bool> given{false};
 
 bool KeepMemoryReserve() {
   if (CORVANE_OWN_MALLOC == 0 || reserve != nullptr) return true;
-  // Touched, since the system promises more than it has.
+  // Written to, because the system promises more memory than it has.
   void* memory =
       mmap(nullptr, kReserve, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
   if (memory == MAP_FAILED) return false;

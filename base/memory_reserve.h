@@ -2,13 +2,13 @@
 
 namespace corvane {
 
-// Some memory set aside. A small request that fails anywhere in the program, the toolkit's own included, is
-// served from it, so that a program without memory can still say so and go on; a large one fails as ever, and
-// who makes it is prepared. Builds with a memory checker, which has its own allocator, set aside nothing.
+// Memory set aside, so that a program that has run out can still say so and go on: a small request that
+// fails, in the toolkit too, is served from it. Large requests fail as usual; their callers are prepared.
+// Builds with a memory checker, which has its own allocator, set nothing aside.
 
-// Sets the memory aside, at the start and again once it was given. False where there is not enough.
+// Sets the memory aside: at the start, and again after it was used. False where there is not enough.
 bool KeepMemoryReserve();
-// True between a request served from the reserve and the next success of KeepMemoryReserve.
+// True from a request served from the reserve until KeepMemoryReserve succeeds again.
 bool MemoryReserveIsGiven();
 
 }  // namespace corvane

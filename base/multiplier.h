@@ -10,7 +10,7 @@ namespace corvane {
 inline constexpr float kSmallestMultiplier = 0.05f;
 inline constexpr float kLargestMultiplier = 2.0f;
 
-// The number in `text` as a 32-bit float; 0, which is too small, where there is none.
+// The number in `text` as a 32-bit float; 0, which is refused as too small, where it is no number.
 inline float ParseMultiplier(std::string_view text) {
   return static_cast<float>(ParseNumber(text).value_or(0.0));
 }

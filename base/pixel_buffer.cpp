@@ -19,11 +19,11 @@ constexpr std::size_t kHugePage = std::size_t{2} << 20;
 constexpr std::size_t kMapped = std::size_t{512} << 10;
 constexpr std::align_val_t kAlignment{64};
 
-// From here on it matters whether the memory exists: the system promises more than it has, and ends a program
-// that makes use of the promise.
+// From here on a request is compared with the memory that exists: the system promises more than it has, and
+// kills a program that uses the promise.
 constexpr std::size_t kLarge = std::size_t{64} << 20;
 
-// Bytes that can be had without ending anything; no limit where the system does not tell.
+// Bytes that can be used without a program being killed; no limit where the system does not tell.
 std::size_t AvailableMemory() {
   unsigned long long total = 0;
   std::FILE* file = std::fopen("/proc/meminfo", "r");

@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-// How a kernel meets the user: called once per row of a main pass.
+// Where a kernel reports to the user and learns whether to go on: once per row of a main pass.
 class Progress {
  public:
   virtual ~Progress() = default;
@@ -12,7 +12,7 @@ class Progress {
   virtual bool Row(int done, int total) = 0;
 };
 
-// For callers that nobody watches.
+// For runs without a progress display.
 class NoProgress : public Progress {
  public:
   bool Row(int, int) override { return true; }

@@ -128,7 +128,7 @@ void Replacement::Flush(int descriptor) {
   }
 }
 
-// The new file is in its place: what keeps its name from outliving a power cut is no failure of the write.
+// Errors are ignored: the new file is in its place, only its name might not survive a power cut.
 void Replacement::FlushDirectory() const {
   const int directory = open(DirectoryOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (directory < 0) return;
@@ -136,7 +136,7 @@ void Replacement::FlushDirectory() const {
   close(directory);
 }
 
-// The descriptor is free after close, whatever close returns; an interrupted one was flushed before.
+// The descriptor is closed whatever close returns; an interrupted close loses nothing, the data are flushed.
 void Replacement::Close() {
   if (descriptor_ < 0) return;
   if (close(descriptor_) != 0 && errno != EINTR && error_ == 0) error_ = errno;

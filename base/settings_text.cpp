@@ -24,7 +24,7 @@ std::string_view Trimmed(std::string_view text) {
   return text;
 }
 
-// Plain where nothing in it means anything to a reader, else quoted.
+// Unquoted where no character has a meaning for a reader of the file, else quoted.
 std::string Written(const std::string& value) {
   constexpr char kHexadecimal[] = "0123456789abcdef";
   bool plain = true;
@@ -34,7 +34,7 @@ std::string Written(const std::string& value) {
     const auto byte = static_cast<unsigned char>(c);
     plain = plain && ((byte < 0x80 && std::isalnum(byte)) || c == '/' || c == '.' || c == '-' || c == '_');
     if (byte < ' ' || (afterNumber && std::isxdigit(byte))) {
-      // A digit after a number would be taken for one of its own.
+      // A hexadecimal digit after \x.. would be read as part of that number.
       inner += {'\\', 'x', kHexadecimal[byte >> 4], kHexadecimal[byte & 15]};
       afterNumber = true;
       continue;

@@ -49,7 +49,7 @@ std::optional<double> ParseNumber(std::string_view text) {
     number.erase(0, 1);
     if (number.starts_with('-')) return std::nullopt;
   }
-  // What is left of names ("inf", "nan") and hexadecimal once only these characters may stand.
+  // Refuses names ("inf", "nan") and hexadecimal numbers, which have other characters.
   if (number.find_first_not_of("+-.0123456789eEdD") != std::string::npos) return std::nullopt;
   std::replace_if(
       number.begin(), number.end(), [](char c) { return c == 'd' || c == 'D'; }, 'E');

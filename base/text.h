@@ -8,7 +8,7 @@ namespace corvane {
 
 // Numbers as text, the same in every locale.
 
-// The shortest decimal that reads back as `value` ("600", "0.5", "1E+10" is never used below 1e15).
+// The shortest decimal that reads back as `value` ("600", "0.5"), without an exponent below 1e15.
 std::string ShortestDecimal(float value);
 // A decimal number with optional blanks around it, a leading sign and an exponent (E or D, either case);
 // nothing else, and no infinity, NaN, hexadecimal or overflow.

@@ -4,8 +4,8 @@
 
 namespace corvane::VECTOR_NAMESPACE {
 
-// Left to the compiler a comparison and a choice become two or three instructions where one side is a
-// constant.
+// Intrinsics, because the compiler makes two or three instructions of a comparison and a choice where one
+// side is a constant.
 ALWAYS_INLINE Floats Smaller(Floats a, Floats b) { return (Floats)_mm256_min_ps((__m256)b, (__m256)a); }
 ALWAYS_INLINE Floats Larger(Floats a, Floats b) { return (Floats)_mm256_max_ps((__m256)b, (__m256)a); }
 

@@ -5,7 +5,7 @@
 
 namespace corvane::VECTOR_NAMESPACE {
 
-// b < a ? b : a and b > a ? b : a, where the comparison decides also for NaN.
+// b < a ? b : a and b > a ? b : a. Comparisons with NaN are false, so the result is then `a`.
 ALWAYS_INLINE Floats Smaller(Floats a, Floats b) { return b < a ? b : a; }
 ALWAYS_INLINE Floats Larger(Floats a, Floats b) { return b > a ? b : a; }
 
@@ -93,8 +93,8 @@ ALWAYS_INLINE Words MultiplyHigh(Words a, Words b) {
 // The two bytes of each word exchanged.
 ALWAYS_INLINE Words SwapWordBytes(Words words) { return words << 8 | words >> 8; }
 
-// In every group of 16 lanes: table[index & 15], or 0 where the top bit of the index is set. Where this is no
-// instruction, larger tables are better read byte by byte.
+// In every group of 16 lanes: table[index & 15], or 0 where the top bit of the index is set. Without an
+// instruction for it (kQuickLookUp is false), larger tables are better read byte by byte.
 inline constexpr bool kQuickLookUp = false;
 template <class Vector>
 ALWAYS_INLINE Vector LookUpSixteen(Vector table, Vector index) {
@@ -103,7 +103,7 @@ ALWAYS_INLINE Vector LookUpSixteen(Vector table, Vector index) {
   return r;
 }
 
-// Signed lanes less `b`, never below -128.
+// a - b in signed lanes, limited to -128..127.
 ALWAYS_INLINE Octets SubtractSigned(Octets a, Octets b) {
   Octets r;
   for (int i = 0; i < kVectorBytes; ++i) {

@@ -1,4 +1,4 @@
-// Crops, mosaics, combinations and colour composites, beside memcpy and OpenCV.
+// Crops, mosaics, combinations and color composites, beside memcpy and OpenCV.
 
 #include <benchmark/benchmark.h>
 

@@ -1,4 +1,4 @@
-// From file to picture: range, levels, gray from colours, histogram counts, working bitmaps, whole opens;
+// From file to picture: range, levels, gray from colors, histogram counts, working bitmaps, whole opens;
 // beside OpenCV, CFITSIO and memcpy.
 
 #include <benchmark/benchmark.h>

@@ -35,10 +35,10 @@ struct Pictures {
   explicit Pictures(const benchmark::State& state)
       : source(Noise(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)))),
         result(source.width, source.height),
-        turned(source.height, source.width) {}
+        rotated(source.height, source.width) {}
   DisplayBitmap source;
   DisplayBitmap result;
-  DisplayBitmap turned;
+  DisplayBitmap rotated;
 };
 
 template <class Work>
@@ -58,7 +58,7 @@ BENCHMARK(Memcpy)->Apply(BothSizes);
 
 void Turn90(benchmark::State& state) {
   Pictures p(state);
-  Run(state, [&] { Rotate90(p.source.View(), p.turned.View()); });
+  Run(state, [&] { Rotate90(p.source.View(), p.rotated.View()); });
 }
 BENCHMARK(Turn90)->Apply(BothSizes);
 
@@ -146,7 +146,7 @@ void PeerTurn90(benchmark::State& state) {
   cv::setNumThreads(1);
   Pictures p(state);
   const cv::Mat source = AsMat(p.source);
-  cv::Mat result = AsMat(p.turned);
+  cv::Mat result = AsMat(p.rotated);
   Run(state, [&] { cv::rotate(source, result, cv::ROTATE_90_CLOCKWISE); });
 }
 BENCHMARK(PeerTurn90)->Apply(BothSizes);

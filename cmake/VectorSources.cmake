@@ -16,7 +16,7 @@ foreach(level ${CORVANE_VECTOR_LEVELS})
   add_library(vector_${level} OBJECT)
   target_include_directories(vector_${level} PRIVATE ${CMAKE_SOURCE_DIR})
   target_compile_definitions(vector_${level} PRIVATE VECTOR_NAMESPACE=vector_${level})
-  # Optimised in every build type, so that tests of a debug build stay quick.
+  # Optimized in every build type, so that tests of a debug build stay quick.
   # The compiler's own AVX-512 headers make it warn of values that are unused on purpose. Where the sanitizer
   # watched the scope of locals, arrays of vectors could not be kept in registers: minutes to compile.
   target_compile_options(vector_${level} PRIVATE ${CORVANE_VECTOR_FLAGS_${level}} -O3

@@ -7,24 +7,24 @@
 
 namespace corvane {
 
-// The 36 cards into HeaderCards; for BytesPerPixel = 1 also FitsOutBuf from DisplayBits (the file's first row
-// is the top line), with FitsFileSize. ImageWidth, ImageHeight and RowStride describe the picture; `source`
-// is the file that the header names where OriginalFiles is empty.
+// Fills HeaderCards with the 36 cards and, where BytesPerPixel is 1, FitsOutBuf and FitsFileSize from
+// DisplayBits (the file's first row is the top line). ImageWidth, ImageHeight and RowStride describe the
+// picture; the header names `source` where OriginalFiles is empty.
 void BuildFitsHeader(ModCV& cv, const std::string& source);
 
-// The data of a slot into ImageData, brought into 0..32767 by the rule of `precision` (2, 4 or -4, what the
-// slot had when the save began), which BytesPerPixel becomes. ImageMin and ImageMax follow.
+// Sets ImageData to the data of a slot, brought into 0..32767 by the rule of `precision`: 2, 4 or -4, the
+// slot's bytes per pixel when the save began. Sets BytesPerPixel, ImageMin and ImageMax to match.
 void PrepareSixteenBit(ModCV& cv, int slot, int precision);
 
-// ImageData into FitsOutBuf as 16-bit pixels, with FitsFileSize; ImageWidth and ImageHeight become its size.
+// Encodes ImageData as 16-bit pixels into FitsOutBuf. Sets FitsFileSize, ImageWidth and ImageHeight.
 void EncodeSixteenBit(ModCV& cv);
 
-// The pixels in FitsOutBuf, of BytesPerPixel each, become ImageData as a reader of the file decodes them. The
-// memory of the slot's data, which they are about to replace, is used again where ImageData shares it. Throws
+// Decodes the pixels in FitsOutBuf, of BytesPerPixel each, into ImageData as a reader of the file does. They
+// are about to replace the slot's data, so its memory is used again where ImageData shares it. Throws
 // std::bad_alloc with all as before.
 void TakeWrittenData(ModCV& cv, int slot);
 
-// HeaderCards and FitsOutBuf as a file. 0 or an errno with an old file untouched.
+// Writes HeaderCards and FitsOutBuf. Returns 0, or an errno with an old file untouched.
 int WriteFits(const ModCV& cv, const std::filesystem::path& path);
 
 }  // namespace corvane

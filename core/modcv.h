@@ -21,7 +21,7 @@ enum class Rendering {
   FullRange,  // any range wider than 1 is stretched to all levels, as after a save
 };
 
-// The one store. Slots 0..ImageCount-1 are what lasts; the working state belongs to whoever read last.
+// The one store. Slots 0..ImageCount-1 last; the working state is of the image read, shown or saved last.
 struct ModCV {
   // Slots, densely packed in the order of opening.
   std::array<std::string, kSlots> SlotName;

@@ -56,8 +56,8 @@ int MovePicture(const std::filesystem::path& from, const std::filesystem::path& 
   return error == ENOENT ? 0 : error;
 }
 
-// Moves the image of `slot`, whose picture waits elsewhere, step by step to the place of `target`, and the
-// pictures of those it passes. The slot it reached: a failure, left in `error`, stops it.
+// Moves the image of `slot`, whose picture file was set aside, step by step to the place of `target`, and the
+// picture files of those it passes. Returns the slot it reached: a failure, an errno in `error`, stops it.
 int PassImage(ModCV& cv, int slot, int target, int& error) {
   while (slot != target) {
     const int next = slot < target ? slot + 1 : slot - 1;

@@ -14,8 +14,8 @@ namespace corvane {
 // ImageMin, ImageMax and DisplayScale of ImageData for its BytesPerPixel.
 void FindMinMax(ModCV& cv);
 
-// DisplayBits and the size fields from ImageData as BytesPerPixel and the slot's Rendering ask, then the
-// display bitmap of `slot`.
+// Renders ImageData into DisplayBits by the rule of BytesPerPixel and the slot's Rendering, sets the size
+// fields and writes the display bitmap of `slot`.
 std::optional<Refusal> RenderInto(ModCV& cv, int slot);
 // The same for the slot about to be added, ImageCount. Sets LoadFailed after a message.
 void RenderFits(ModCV& cv, Platform& os);

@@ -160,7 +160,8 @@ std::optional<Refusal> TakeSaved(ModCV& cv, const ImageSave& save) try {
   return NotEnoughMemory();
 }
 
-// The picture of the data that were written. One that can't be written is not shown by an old file either.
+// Renders the data that were written. Where the picture can't be written the old one is removed, so that it
+// is never shown for them.
 std::optional<Refusal> RenderSaved(ModCV& cv, const ImageSave& save) {
   const std::filesystem::path own = cv.SlotBitmap(save.slot);
   if (save.picture != own) QuietDelete(save.picture);

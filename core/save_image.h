@@ -23,7 +23,7 @@ FileRequest SaveRequest(const ModCV& cv, const std::string& title);
 // The Save dialog. Sets SaveDir; nothing after a cancel, or after the message for a dialog that failed, an
 // extension that is not ours or a name that the program itself uses. The kind is Bitmap or Fits.
 std::optional<SaveTarget> AskSaveFile(ModCV& cv, Platform& os, const FileRequest& request);
-// The same without asking the extension: for the window that writes one format only.
+// The same without a test of the extension, for the window that writes only one format.
 std::optional<std::filesystem::path> AskSavePath(ModCV& cv, Platform& os, const FileRequest& request);
 
 // The slot's bytes-per-pixel code where its data array describes a picture of this size, else 1: what can be
@@ -54,8 +54,8 @@ bool SaveFits(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save,
 bool SaveFitsData(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save,
                   const std::function<FloatImage()>& data);
 
-// The two steps of a save, for a window that works between them without reading or showing anything: the
-// slots it closes, say. After false from the first the working state is as before.
+// The two steps of a save, for a window that has work between them, such as closing slots, and reads and
+// shows nothing there. After false from the first the working state is as before.
 bool WriteBitmapFile(ModCV& cv, Platform& os, const ImageSave& save);
 bool WriteFitsFile(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save,
                    const std::function<FloatImage()>& data);

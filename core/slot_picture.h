@@ -11,20 +11,20 @@ namespace corvane {
 
 // Sets the size fields for the display bitmap at `path`. On a refusal the store stays as it was.
 std::optional<Refusal> ReadBitmapHeader(ModCV& cv, const std::filesystem::path& path);
-// The same, and its pixel bytes into DisplayBits. On a refusal the store stays as it was, but for the values
-// (never the number) of the pixel bytes where the disk failed in the middle of them.
+// The same, and its pixel bytes into DisplayBits. On a refusal the store stays as it was, except that a disk
+// that fails during the read leaves some pixel bytes changed.
 std::optional<Refusal> LoadDisplayBits(ModCV& cv, const std::filesystem::path& path);
 
 // Loads the display bitmap of a slot into DisplayBits, with its sizes. One that has vanished or is damaged is
 // made again where it is the rendering of the slot's data. False after a message otherwise: the working state
 // is then unspecified, the slots are as before.
 bool LoadSlotPicture(ModCV& cv, Platform& os, int slot);
-// For a caller that needs the file of the slot whose picture DisplayBits hold: one that has vanished or is
+// Ensures that the slot's picture file exists. DisplayBits hold that picture: a file that has vanished or is
 // damaged is written again from them. False after a message.
 bool EnsureSlotPicture(ModCV& cv, Platform& os, int slot);
 
-// Moves `picture`, a display bitmap of AppDir, once it is known to be sound, to that of `slot`. The size
-// fields describe it then. After a refusal all is as before.
+// Checks `picture`, a display bitmap of AppDir, and renames it to the picture of `slot`, which the size
+// fields then describe. After a refusal all is as before.
 std::optional<Refusal> MoveToSlot(ModCV& cv, const std::filesystem::path& picture, int slot);
 
 // `picture` becomes that of the current slot: an 8-bit image whose name begins with "~". False after a

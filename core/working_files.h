@@ -17,7 +17,7 @@ inline constexpr char kDummyBitmap[] = "dummy.bmp";    // a view's result
 inline constexpr char kExpandBitmap[] = "expand.bmp";  // the magnified picture
 inline constexpr char kHist1[] = "hist1.bmp";          // histogram graph before a tool's change
 inline constexpr char kHist2[] = "hist2.bmp";          // and after it
-inline constexpr char kColorBitmap[] = "f_color.bmp";  // the colour composite
+inline constexpr char kColorBitmap[] = "f_color.bmp";  // the color composite
 // Files that are shipped.
 inline constexpr char kGrayTemplate[] = "gr_8.bm_";
 inline constexpr char kColorTemplate[] = "gr_24.bm_";

@@ -244,7 +244,7 @@ class ByteBox {
     Sum(x) = (std::uint16_t)sum;
   }
 
-  // The sums of even and of odd columns lie apart: so bytes become words without being moved.
+  // The sums of even and of odd columns are stored apart, so that bytes become words without being moved.
   void SumColumns(const std::uint8_t* const* rows) {
     if (width_ < kVectorBytes) {
       for (int x = 0; x < width_; ++x) SumColumn(rows, x);
@@ -265,7 +265,7 @@ class ByteBox {
     if (width_ % 2 != 0) SumColumn(rows, width_ - 1);
   }
 
-  // The outermost columns outwards.
+  // Repeats the outermost columns outwards.
   void Repeat() {
     const std::uint16_t first = Sum(0);
     const std::uint16_t last = Sum(width_ - 1);

@@ -80,7 +80,7 @@ bool HasBlank(const float* row, int width) {
   return blank;
 }
 
-// Kernels compare blanks like numbers, so what they find in a window with a blank means nothing.
+// Kernels cannot order NaN, so they find nothing useful in a window with a blank: it becomes blank here.
 void SpreadBlanks(const float* row, int width, int radius, float* result) {
   for (int x = 0; x < width; ++x) {
     if (!std::isnan(row[x])) continue;

@@ -32,7 +32,7 @@ void Split(const ElementOf<Vector>* row, int width, SplitRow<ElementOf<Vector>> 
   for (; x < width; ++x) (x % 2 == 0 ? split.even : split.odd)[x / 2] = row[x];
 }
 
-// Limited, so that it fits an integer, to what does not fit a word; not-a-number does not fit either.
+// Limited to -1..65536, which fits an integer; -1, 65536 and what NaN becomes do not fit a word.
 ALWAYS_INLINE Ints Rounded(const float* values) {
   return RoundToInts(Smaller(Larger(Load<Floats>(values), Broadcast(-1.0f)), Broadcast(65536.0f)));
 }

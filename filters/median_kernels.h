@@ -8,8 +8,8 @@ namespace corvane {
 
 inline constexpr int kLargestMedianRadius = 3;
 
-// A row whose values at even and at odd places lie apart, so that the windows of two neighbors, which share
-// all columns but one, are sorted in one lane. kMedianSlack bytes behind each part may be read.
+// A row split into its values at even and at odd places. The windows of two neighbors share all columns but
+// one; split rows let one lane sort both. kMedianSlack bytes behind each part may be read.
 template <class Value>
 struct SplitRow {
   Value* even;

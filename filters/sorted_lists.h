@@ -1,7 +1,7 @@
 #pragma once
 
-// Sorted lists of vectors: in every lane, a list ascends. What no later step asks for is dropped by the
-// compiler, so a network that finds one rank costs no more than that rank needs. For vector sources only.
+// Lists of vectors, sorted in every lane by networks of comparisons. The compiler drops comparisons whose
+// result is not used, so finding one rank costs only what that rank needs. For vector sources only.
 
 #include "base/vectors.h"
 
@@ -72,8 +72,9 @@ ALWAYS_INLINE auto Candidates(const List<Vector, kCount, kBelow, kAbove>& list) 
   return kept;
 }
 
-// The median of the two lists together. However the values below it are shared out between them, the larger
-// of the two that end the shares is no smaller than the median, and for one way it is the median.
+// The median of the two lists together. Take kShares values, some from the front of one list and the rest
+// from the front of the other: the larger of the two last ones is never below the median, and for one such
+// split it is the median.
 template <class Vector, int kFirst, int kBelow1, int kAbove1, int kSecond, int kBelow2, int kAbove2>
 ALWAYS_INLINE Vector Median(const List<Vector, kFirst, kBelow1, kAbove1>& first,
                             const List<Vector, kSecond, kBelow2, kAbove2>& second) {

@@ -18,8 +18,8 @@ struct PixelRect {
   int height = 0;
 };
 
-// A working bitmap of 8 bits, with its palette, or of 24, kept open: any part of it can be had without the
-// rest in memory. It goes on showing the file it opened, also after that was deleted or another was renamed
+// A working bitmap of 8 bits, with its palette, or of 24, kept open: any part of it can be read without the
+// rest in memory. It keeps reading the file it opened, even after that was deleted or another one renamed
 // over it.
 class BitmapFile {
  public:

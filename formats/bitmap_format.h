@@ -60,8 +60,8 @@ std::array<std::uint8_t, 4> LongToBytes(double value);
 bool IsDisplayTemplate(std::span<const unsigned char> bytes);
 bool IsColorTemplate(std::span<const unsigned char> bytes);
 
-// The refusal of a file of ours that is missing or unsound, or of one that `error`, an errno, keeps from
-// being read.
+// The refusal for a working or shipped file that is missing or damaged or, where `error` is an errno, cannot
+// be read.
 Refusal Damaged(const std::filesystem::path& path, int error = 0);
 
 // The size of a display bitmap, which is checked first (signature, offset 1078, 8 bits, sizes that agree with
@@ -69,7 +69,7 @@ Refusal Damaged(const std::filesystem::path& path, int error = 0);
 std::optional<Refusal> ReadDisplaySize(const std::filesystem::path& path, int& width, int& height);
 
 // The same and its pixel bytes. A picture of the same size keeps its memory; on a refusal it stays as it was,
-// but for its levels where the disk failed in the middle of them.
+// except that a disk that fails during the read leaves some levels changed.
 std::optional<Refusal> ReadDisplayBitmap(const std::filesystem::path& path, DisplayBitmap& picture);
 
 // Writes a display bitmap: the header template (the gray one, or any display bitmap whose palette is wanted)

@@ -44,7 +44,7 @@ struct CardSearch {
   std::optional<Refusal> refusal;  // a value that was no number
 
   // The value of the first card from `first` on that begins with `keyword`; nothing where there is none or
-  // its value is no number.
+  // its value is not a number.
   std::optional<double> Find(std::string_view keyword, std::size_t first, std::size_t column = 0) {
     for (std::size_t i = first; i < cards.size(); ++i) {
       if (!cards[i].starts_with(keyword)) continue;

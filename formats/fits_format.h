@@ -31,7 +31,7 @@ struct FitsLayout {
   std::int64_t DataBytes() const { return RowBytes() * height; }
 };
 
-// The cards at the beginning of a file, up to and with the one whose keyword is END; none where END is
+// The cards at the beginning of a file, up to and including the one whose keyword is END; none where END is
 // missing among the first kMaxCards.
 std::vector<std::string> SplitCards(std::string_view file);
 

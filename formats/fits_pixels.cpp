@@ -82,7 +82,7 @@ void DecodeLongs(const unsigned char* raw, double scale, double zero, float* val
     }
   } else {
     for (std::size_t i = 0; i < count; ++i) {
-      // As a signed number, which vectors convert, less the half that it lacks.
+      // Converted as a signed number, because vectors have no conversion of unsigned ones, then shifted back.
       const double unscaled = static_cast<std::int32_t>(Native(longs[i]) ^ 0x80000000) + 2147483648.0;
       const double value = unscaled * scale + zero;
       values[i] = Fitting(static_cast<float>(value > 2147483647.0 ? value - 4294967296.0 : value));

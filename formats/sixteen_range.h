@@ -9,9 +9,10 @@ struct RangedImage {
   FloatImage values;
   ValueRange range;
 };
-// `image` brought into 0..32767 by the rule of its slot's bytes per pixel: floats (-4) are spread over the
-// range, integers (2, 4) are shifted and reduced as far as they must be, anything else keeps its values.
-// Values that stay as they are share the memory of `image`. Throws std::bad_alloc.
+// `image` brought into 0..32767 by the rule of its slot's bytes per pixel: floats (-4) are stretched to the
+// whole range; integers (2, 4) are shifted where one is negative and scaled down where the range is too small
+// for them; anything else keeps its values. Unchanged values share the memory of `image`. Throws
+// std::bad_alloc.
 RangedImage IntoSixteenBitRange(const FloatImage& image, int precision);
 
 }  // namespace corvane

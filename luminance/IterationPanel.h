@@ -6,8 +6,8 @@
 
 namespace corvane {
 
-// How far a deconvolution is: the rows of the iteration on `ProgressBar1`, its number in `lblIteration`, its
-// residual in `lblError`.
+// Shows the progress of a deconvolution: the rows of the iteration on `ProgressBar1`, its number in
+// `lblIteration`, its residual in `lblError`.
 class IterationPanel : public QWidget {
  public:
   struct Captions {

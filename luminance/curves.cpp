@@ -92,8 +92,8 @@ struct DataGain {
   float ceiling = 0;
 };
 
-// The curve reaches its ceiling at `range`: the range itself, but at least 255. `least` is the range below
-// which no curve is applied.
+// The gain takes the curve to its ceiling at `range`; the ceiling is the range, but at least 255. `least` is
+// the range below which no curve is applied.
 DataGain GainFor(float range, float least, double curveAtRange, double otherwise) {
   if (range >= 255.0f) return {range / curveAtRange, range};
   if (range > least) return {255.0 / curveAtRange, 255.0f};

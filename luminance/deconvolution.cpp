@@ -84,7 +84,7 @@ class BandBlur {
   void Fill(int band, int x, int count, float* columns) {
     int done = 0;
     for (; done + kTile <= count && x + done + kTile <= form_.Width(); done += kTile) {
-      form_.Turn(band * kTile, x + done, columns + done * kTile);
+      form_.TransposeTile(band * kTile, x + done, columns + done * kTile);
     }
     for (; done < count; ++done) {
       form_.CopyColumn(band * kTile, std::min(x + done, form_.Width() - 1), columns + done * kTile);
@@ -167,7 +167,7 @@ class DisplayForm {
                 static_cast<std::size_t>(rows) * estimate_.stride);
     observedRows_ = row + rows;
   }
-  void Turn(int row, int x, float* columns) const {
+  void TransposeTile(int row, int x, float* columns) const {
     const std::uint8_t* rows[kTile];
     for (int i = 0; i < kTile; ++i) {
       rows[i] = estimate_.Row(std::min(row + i, Height() - 1)) + x;
@@ -221,7 +221,7 @@ class DataForm {
       Correct(row, rows);
     }
   }
-  void Turn(int row, int x, float* columns) const {
+  void TransposeTile(int row, int x, float* columns) const {
     const float* rows[kTile];
     for (int i = 0; i < kTile; ++i) {
       rows[i] = estimate_.Row(std::min(row + i, Height() - 1)) + x;

@@ -23,7 +23,8 @@ struct DeconvolutionKernels {
   // tile[slots[row]] .. tile[slots[row + taps - 1]].
   void (*sumColumns)(const float* tile, const int* slots, const float* kernel, int taps, float* sums);
 
-  // What follows for kSegment columns of a row; `energy` holds 16 sums of squared residuals.
+  // Normalize the sums and correct the estimate, for kSegment columns of a row; `energy` holds 16 sums of
+  // squared residuals.
   void (*correctBytes)(const float* sums, float normalizer, const std::uint8_t* observed,
                        std::uint8_t* estimate, double* energy);
   void (*raiseBytes)(const float* sums, float normalizer, const std::uint8_t* observed,

@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-// Asks for ScaleExponent. Whoever leaves it without an exponent that can be used finds the one from before.
+// Asks for ScaleExponent. Left without a usable exponent, it keeps the one from before.
 class frmPower : public QDialog {
  public:
   frmPower(ModCV& store, Platform& platform);

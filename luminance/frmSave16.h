@@ -8,8 +8,8 @@
 
 namespace corvane {
 
-// What is on screen while an image is deconvolved at full precision. It stays as long as the object lives:
-// there is no cancelling, so Esc and the close box do nothing.
+// The window on screen while an image is deconvolved at full precision. It stays as long as the object lives:
+// the run cannot be cancelled, so Esc and the close box do nothing.
 class frmSave16 : public QDialog, public IterationWatch {
  public:
   frmSave16(Platform& platform, QWidget* opener);

@@ -71,7 +71,7 @@ PORTABLE double PowerOfTwo(double t, double shifted) {
   return FromBits(BitsOf(value) + (BitsOf(shifted) << 52));
 }
 
-// The power of two of `logarithm`, where `value` may not hold it.
+// `value`, which is 2^logarithm, or 0 or infinity where that is no normal number.
 PORTABLE double Limited(double value, double logarithm) {
   value = logarithm < -1021 ? 0 : value;
   return logarithm >= 1024 ? __builtin_inf() : value;

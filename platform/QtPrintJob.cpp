@@ -77,7 +77,7 @@ QtPrintJob::QtPrintJob(std::unique_ptr<QPrinter> printer) : printer_(std::move(p
     printer_->setOutputFileName(ToQt(file_->Temporary()));
   }
   if (error_ == 0 && !painter_.begin(printer_.get())) Fail(EIO);
-  // Otherwise pictures go through a lossy compression on their way to a PDF file.
+  // Without it, pictures in a PDF file are compressed with loss.
   if (error_ == 0) painter_.setRenderHint(QPainter::LosslessImageRendering);
 }
 

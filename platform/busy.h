@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-// The busy cursor for as long as it lives; a message box ends it sooner.
+// Shows the busy cursor as long as the object lives; a message box ends it earlier.
 class Busy {
  public:
   explicit Busy(Platform& platform) : os(platform) { os.BusyCursor(true); }

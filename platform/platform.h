@@ -45,7 +45,7 @@ class PrintJob {
 // Values of the user's settings by their keys.
 using Settings = std::map<std::string, std::string>;
 
-// The world outside the program's own windows. One thread.
+// What the program needs of the desktop beyond its own windows. Used from one thread.
 class Platform {
  public:
   virtual ~Platform() = default;

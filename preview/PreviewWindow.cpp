@@ -36,8 +36,8 @@ constexpr int kExit = 8;
 
 constexpr QSize kPreview(320, 240);
 
-// What a run shows for as long as it lives. The busy cursor is the window's own, as the bar has a pointer of
-// its own over it.
+// What the window shows while a run lasts. The busy cursor is set on the window alone, because the bar in it
+// has another pointer.
 class RunDisplay {
  public:
   RunDisplay(QWidget& window, BarProgress* bar, const std::filesystem::path& pointer)

@@ -81,10 +81,10 @@ class frmExamine : public ToolWindow {
   std::filesystem::path ShownFile() const;
   bool ShowFile(const std::filesystem::path& path);
   bool ShowSlotPicture();
-  // Nothing but the slot's own picture counts as shown.
+  // Notes that the slot's own picture is shown, without view or magnification.
   void EndView();
   void ShowNothing(const char* reason);
-  // After a dialog that reads pictures on its own account.
+  // Reads the shown picture again, after a dialog that reads others into the store.
   void ReadShown();
   bool KeepView();
   Mark SlotPixel(Mark shown) const;

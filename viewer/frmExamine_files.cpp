@@ -33,7 +33,7 @@ void frmExamine::TakeOpened(std::optional<int> slot) {
     ShowImage(*slot);
     return;
   }
-  // Nothing has been read of no file, after a cancelled dialog, nor of one that can't be an image.
+  // After a cancelled dialog, or for a file that can't be an image, nothing was read: the picture is intact.
   const bool wasRead = KindOf(cv.OpenPath.filename().string()) != ImageKind::Unknown;
   if (wasRead && cv.ImageCount > 0) ShowImage(cv.CurrentSlot);
 }

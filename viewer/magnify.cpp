@@ -74,9 +74,9 @@ void InterpolateInFloats(ConstGrayView source, int factor, GrayView result) {
   InterpolateRows<float>(source, factor, result, spread, ChosenMagnifyKernels().blendBytes);
 }
 
-// The same levels as in floats for factors up to 5. There a level before rounding is a multiple of 1 /
-// factor^2, and the errors of the floats are too small to carry it past a half: powers of two have none, and
-// for odd factors no multiple is a half. Six times, they decide where a half goes.
+// Gives the same levels as floats for factors up to 5. Before rounding, a level is a multiple of 1 /
+// factor^2: floats hold it exactly where the factor is a power of two, and for odd factors no multiple is a
+// half and their errors are too small to reach one. For factor 6 those errors decide how halves are rounded.
 void InterpolateInWholeNumbers(ConstGrayView source, int factor, GrayView result) {
   const MagnifyKernels& kernels = ChosenMagnifyKernels();
   std::vector<std::uint16_t> steps(result.width);

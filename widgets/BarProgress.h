@@ -8,8 +8,8 @@
 
 namespace corvane {
 
-// The value of a bar. A progress bar paints each step at once, which takes longer than the rows of a small
-// image; here the step waits for the event loop, as the changes of other controls do.
+// Sets the value of a bar without painting it at once, which would take longer than the rows of a small
+// image: the event loop paints it, as it paints other controls.
 void ShowPercent(QProgressBar& bar, int percent);
 
 // The progress of a run on a bar from 0 to 100. The events of the window system are delivered on the way.

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-// The open images by name; the place of an entry is its slot. What the program changes is quiet.
+// The open images by name; the place of an entry is its slot. Only the user's choices are signaled.
 class ImageList : public QComboBox {
   Q_OBJECT
 

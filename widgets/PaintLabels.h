@@ -9,7 +9,7 @@ class QPainter;
 
 namespace corvane {
 
-// Prints labels and lines on a window, in its pixels and in the colour that its texts have, so that they are
+// Prints labels and lines on a window, in its pixels and in the color that its texts have, so that they are
 // readable on every palette.
 void PaintLabels(const QWidget& window, QPainter& painter, std::span<const Label> labels);
 void PaintTicks(const QWidget& window, QPainter& painter, std::span<const Stroke> ticks);

@@ -28,7 +28,7 @@ class PictureBox : public QWidget {
   void SetPicture(const QImage& picture);
   bool HasPicture() const { return file_ != nullptr || !picture_.isNull(); }
   QSize PictureSize() const;
-  // The colour where no picture is; an invalid one lets the parent show through.
+  // The color where no picture is; an invalid one lets the parent show through.
   void SetBackground(const QColor& color);
 
   // Horizontal units from the left to the right edge, vertical ones from the bottom to the top edge. A pixel
@@ -40,7 +40,7 @@ class PictureBox : public QWidget {
   void Draw(const Stroke& stroke) { Draw({&stroke, 1}); }
   void Clear();
 
-  // The colour shown at a place, in user coordinates. Invalid outside the box.
+  // The color shown at a place, in user coordinates. Invalid outside the box.
   QColor Point(double x, double y) const;
   // Background and strokes as one picture of the box's size.
   QImage Flattened() const;

@@ -9,10 +9,10 @@
 
 namespace corvane {
 
-// Marks a pixel of the picture in a PictureArea, which DisplayBits hold: a left press puts the marker, the
-// arrow keys move it, a right press takes it away. It is MarkX, MarkY and has a cross over the picture. Three
-// boxes read out the marked pixel or, while the pointer is free, the one under it; without a marker the arrow
-// keys scroll.
+// The marker on the picture of a PictureArea, which DisplayBits hold: a left press sets it, the arrow
+// keys move it, a right press removes it. Its place is MarkX, MarkY; a cross shows it. Three boxes
+// describe the marked pixel or, while the pointer is free, the one under it; the arrow keys then
+// scroll.
 class PixelMarking : public QObject {
   Q_OBJECT
 
@@ -23,18 +23,18 @@ class PixelMarking : public QObject {
     QLineEdit* level;
   };
   PixelMarking(ModCV& store, PictureArea* area, const Boxes& boxes);
-  // Everything of a window around the picture: a mouse move there clears the read-out of a free pointer, an
-  // arrow key that no control has a use for does what it does on the picture.
+  // Follows mouse and keys in the window around the picture: a mouse move there clears the read-out of a free
+  // pointer; an arrow key that no control uses acts as on the picture.
   void Watch(QWidget* window);
 
-  // The pointer is not free.
+  // A pixel is marked, so the pointer is not free.
   bool MarkerMode() const { return markerMode_; }
   Mark Marker() const;
   // Marks the nearest pixel of the picture, scrolled into sight.
   void Place(Mark wanted);
-  // Takes the marker away.
+  // Removes the marker.
   void Remove();
-  // The same where another picture is shown or none: there is no cross to take away.
+  // The same once the picture has been replaced, so that there is no cross to remove.
   void Free();
   // The marker in a picture that has replaced another: the nearest pixel, with its cross.
   void Redraw();

@@ -12,7 +12,7 @@
 namespace corvane {
 namespace {
 
-// A sheet of 24 x 24 units to draw on: outlines in the text colour, what matters in the accent colour.
+// A sheet of 24 x 24 units to draw on: outlines in the text color, what matters in the accent color.
 class Sheet {
  public:
   Sheet(QPainter& painter, QColor ink, QColor accent) : painter_(painter), ink_(ink), accent_(accent) {}
@@ -80,8 +80,8 @@ QPainterPath Cross(qreal x, qreal y, qreal arm) {
   path.addPath(Line({{x, y - arm}, {x, y + arm}}));
   return path;
 }
-// The same shape turned by a right angle about the middle of the sheet.
-QPainterPath Turned(const QPainterPath& path) {
+// The same shape rotated by 90 degrees about the middle of the sheet.
+QPainterPath Rotated(const QPainterPath& path) {
   return QTransform().translate(12, 12).rotate(90).translate(-12, -12).map(path);
 }
 
@@ -170,21 +170,21 @@ void DrawHalfTurn(Sheet& s) {
   s.Accent(Arc(12, 12, 8.5, 0, 180), 2.0);
   s.FillAccent(Shape({{3.5, 16.6}, {0.2, 11.8}, {6.8, 11.8}}));
 }
-QPainterPath MirrorAxis() {
+QPainterPath FlipAxis() {
   QPainterPath axis = Line({{12, 2.5}, {12, 6}});
   axis.addPath(Line({{12, 10.2}, {12, 13.8}}));
   axis.addPath(Line({{12, 18}, {12, 21.5}}));
   return axis;
 }
-void DrawMirrorAcross(Sheet& s) {
+void DrawFlipAcross(Sheet& s) {
   s.FillInk(Shape({{9, 5.5}, {9, 18.5}, {2.5, 18.5}}));
   s.Outline(Shape({{15, 5.5}, {15, 18.5}, {21, 18.5}}), 1.4);
-  s.Accent(MirrorAxis(), 1.7);
+  s.Accent(FlipAxis(), 1.7);
 }
-void DrawMirrorDown(Sheet& s) {
-  s.FillInk(Turned(Shape({{9, 5.5}, {9, 18.5}, {2.5, 18.5}})));
-  s.Outline(Turned(Shape({{15, 5.5}, {15, 18.5}, {21, 18.5}})), 1.4);
-  s.Accent(Turned(MirrorAxis()), 1.7);
+void DrawFlipDown(Sheet& s) {
+  s.FillInk(Rotated(Shape({{9, 5.5}, {9, 18.5}, {2.5, 18.5}})));
+  s.Outline(Rotated(Shape({{15, 5.5}, {15, 18.5}, {21, 18.5}})), 1.4);
+  s.Accent(Rotated(FlipAxis()), 1.7);
 }
 void DrawScale(Sheet& s) {
   s.Outline(Box(3.5, 3.5, 17, 17, 1));
@@ -282,8 +282,8 @@ constexpr Drawing kDrawings[] = {
     {"minus", DrawMinus},
     {"halfpi", DrawQuarterTurn},
     {"pi", DrawHalfTurn},
-    {"vert", DrawMirrorAcross},
-    {"hor", DrawMirrorDown},
+    {"vert", DrawFlipAcross},
+    {"hor", DrawFlipDown},
     {"scale", DrawScale},
     {"filter", DrawFilter},
     {"mask", DrawMask},

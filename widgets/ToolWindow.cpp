@@ -95,7 +95,7 @@ QAction* ToolWindow::Item(Target opens) const {
 void ToolWindow::EnableItem(Target opens, bool enabled) { Item(opens)->setEnabled(enabled && Exists(opens)); }
 
 void ToolWindow::Choose(QAction* action, const MenuItem& item, const std::function<void()>& command) {
-  // The toolkit has moved the mark already; whether it moves is for the command to say.
+  // The toolkit has already toggled the check mark; it is put back, because the command decides.
   if (action->isCheckable()) action->setChecked(!action->isChecked());
   if (running_) return;
   if (const auto* next = std::get_if<Window>(&item.opens)) return Leave(*next);

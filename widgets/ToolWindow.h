@@ -51,7 +51,7 @@ class ToolWindow : public QMainWindow {
   void Unload();
 
  protected:
-  // Marks a long command for as long as it lives: the window takes no keys and no mouse buttons, its commands
+  // A long command, as long as the object lives: the window takes no keys and no mouse buttons, its commands
   // do nothing, and closing it waits for the end.
   class Run : public QObject {
    public:

@@ -84,7 +84,7 @@ TEST(Views, ChangePaddingAsWellAsPixels) {
   });
 }
 
-TEST(NegativeData, MirrorsTheSixteenBitRange) {
+TEST(NegativeData, ReversesTheSixteenBitRange) {
   FloatImage image = Floats(4, 1, {0, 32767, 100.5f, -3});
   NegativeData(image.Edit());
   EXPECT_EQ(Values(image.View()), (std::vector<float>{32767, 0, 32666.5f, 32770}));

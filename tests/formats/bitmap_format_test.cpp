@@ -108,7 +108,7 @@ TEST_F(DisplayBitmapFile, ADamagedFileIsRefusedByNameAndThePictureKept) {
        }},
       {"a width that rounds up to nothing", field(18, 0xFFFFFFFFu)},
       {"a size field that disagrees", field(2, 1078)},
-      {"colour pixels", field(28, 24, 2)},
+      {"color pixels", field(28, 24, 2)},
       {"compression", field(30, 1)},
   };
   const auto before = AllBytes(picture.View());

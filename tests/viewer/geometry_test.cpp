@@ -13,15 +13,15 @@ namespace {
 // Where the picture's pixel (x, y), x from the left and y from the bottom, comes to stand.
 using Place = std::pair<int, int> (*)(int x, int y, int width, int height);
 
-struct Turn {
+struct Operation {
   const char* name;
   void (*display)(ConstGrayView, GrayView);
   FloatImage (*data)(ConstFloatView);
-  bool turnsSides;
+  bool transposes;
   Place place;
 };
 
-const Turn kTurns[] = {
+const Operation kOperations[] = {
     {"rotate 90", Rotate90, Rotate90, true, [](int x, int y, int, int h) { return std::pair(h - 1 - y, x); }},
     {"rotate 180", Rotate180, Rotate180, false,
      [](int x, int y, int w, int h) { return std::pair(w - 1 - x, h - 1 - y); }},
@@ -50,15 +50,15 @@ std::vector<std::pair<int, int>> Sizes() {
   return sizes;
 }
 
-void ExpectDisplayTurned(const Turn& turn, const DisplayBitmap& source) {
-  const int width = turn.turnsSides ? source.height : source.width;
-  const int height = turn.turnsSides ? source.width : source.height;
+void ExpectDisplay(const Operation& operation, const DisplayBitmap& source) {
+  const int width = operation.transposes ? source.height : source.width;
+  const int height = operation.transposes ? source.width : source.height;
   DisplayBitmap result(width, height);
   for (std::size_t i = 0; i < result.bits.size(); ++i) result.bits[i] = 99;
-  turn.display(source.View(), result.View());
+  operation.display(source.View(), result.View());
   for (int y = 0; y < source.height; ++y) {
     for (int x = 0; x < source.width; ++x) {
-      const auto [newX, newY] = turn.place(x, y, source.width, source.height);
+      const auto [newX, newY] = operation.place(x, y, source.width, source.height);
       ASSERT_EQ(result.View().At(newX, newY), source.View().At(x, y)) << x << ',' << y;
     }
   }
@@ -68,15 +68,15 @@ void ExpectDisplayTurned(const Turn& turn, const DisplayBitmap& source) {
   }
 }
 
-void ExpectDataTurned(const Turn& turn, int width, int height) {
+void ExpectData(const Operation& operation, int width, int height) {
   FloatImage source(width, height);
   for (std::size_t i = 0; i < source.Count(); ++i) source.Edit().values[i] = static_cast<float>(i);
-  const FloatImage result = turn.data(source.View());
-  ASSERT_EQ(result.Width(), turn.turnsSides ? height : width);
-  ASSERT_EQ(result.Height(), turn.turnsSides ? width : height);
+  const FloatImage result = operation.data(source.View());
+  ASSERT_EQ(result.Width(), operation.transposes ? height : width);
+  ASSERT_EQ(result.Height(), operation.transposes ? width : height);
   for (int y = 0; y < height; ++y) {
     for (int x = 0; x < width; ++x) {
-      const auto [newX, newY] = turn.place(x, height - 1 - y, width, height);
+      const auto [newX, newY] = operation.place(x, height - 1 - y, width, height);
       ASSERT_EQ(result.View().At(newX, result.Height() - 1 - newY), source.View().At(x, y)) << x << ',' << y;
     }
   }
@@ -84,11 +84,11 @@ void ExpectDataTurned(const Turn& turn, int width, int height) {
 
 TEST(Geometry, MovesEveryPixelOfPictureAndDataToTheSamePlaceOnScreen) {
   OnEveryInstructionSet([] {
-    for (const Turn& turn : kTurns) {
+    for (const Operation& operation : kOperations) {
       for (const auto& [width, height] : Sizes()) {
-        SCOPED_TRACE(testing::Message() << turn.name << ' ' << width << 'x' << height);
-        ExpectDisplayTurned(turn, Picture(width, height));
-        ExpectDataTurned(turn, width, height);
+        SCOPED_TRACE(testing::Message() << operation.name << ' ' << width << 'x' << height);
+        ExpectDisplay(operation, Picture(width, height));
+        ExpectData(operation, width, height);
         if (testing::Test::HasFatalFailure()) return;
       }
     }

@@ -5,7 +5,7 @@
 namespace corvane {
 namespace {
 
-TEST(PageFit, ReducesLargePicturesToThePageAndCentresTheRest) {
+TEST(PageFit, ReducesLargePicturesToThePageAndCentersTheRest) {
   struct Case {
     float width, height;
     PagePlace place;

@@ -98,7 +98,7 @@ TEST_F(ViewerFiles, OffersEightBitsOnlyForViewsThatExistInLevelsAlone) {
     SaveTo("levels.fit");
     EXPECT_EQ(offered, 1) << item;
     EXPECT_EQ(Pixels(cv.Display()), levels) << item;
-    ExpectPictureIsWhole();  // a colour picture would not be gray
+    ExpectPictureIsWhole();  // a color picture would not be gray
     Choose("mnuFileSel_2");
   }
 }

@@ -42,7 +42,7 @@ TEST_F(HistogramWindow, ShowsTheGrayLevelsOfABitmap) {
   EXPECT_EQ(cv.LumHist[0], 9);  // the padding counts
 }
 
-// One unit is one pixel, the colours are the stated ones, nothing is smoothed.
+// One unit is one pixel, the colors are the stated ones, nothing is smoothed.
 TEST_F(HistogramWindow, PaintsBarsAndGridPixelByPixel) {
   std::vector<double> levels(12, 100);
   levels[0] = 20;             // once: no bar

@@ -26,7 +26,7 @@ class ProfileWindow : public AppDirFixture {
     cv.MarkY = static_cast<float>(y);
     Profile(cv);
   }
-  // A colour of a graph as it is painted, by its units.
+  // A color of a graph as it is painted, by its units.
   static QColor At(frmProfile& window, const char* graph, int x, int y) {
     return Find<PictureBox>(window, graph).grab().toImage().pixelColor(x + 1, 256 - y);
   }

@@ -37,7 +37,7 @@ class ViewerFixture : public ToolFixture {
   void OpenLevels(const std::string& name, int width, int height, const std::vector<double>& levels) {
     OpenFile(name, FitsImage(8, width, height, levels));
   }
-  // Levels that tell every pixel from its neighbours.
+  // Levels that tell every pixel from its neighbors.
   void OpenSlope(const std::string& name, int width, int height) { OpenFile(name, Slope(width, height)); }
   static std::string Slope(int width, int height) {
     std::vector<double> levels;
