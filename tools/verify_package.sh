@@ -33,7 +33,7 @@ for file in share/icons/hicolor/*x*/apps/corvane.png; do
   folder=${file%/apps/*}
   [[ $(identify -format '%wx%h' "$file") == "${folder##*/}" ]]
 done
-[[ $(identify -format '%wx%h' share/icons/hicolor/scalable/apps/corvane.svg) == 128x128 ]]
+[[ $(rsvg-convert share/icons/hicolor/scalable/apps/corvane.svg | identify -format '%wx%h' png:-) == 128x128 ]]
 
 echo "Hardening"
 readelf --file-header bin/corvane | grep 'DYN (Position-Independent Executable'
