@@ -56,17 +56,17 @@ void Memcpy(benchmark::State& state) {
 }
 BENCHMARK(Memcpy)->Apply(BothSizes);
 
-void Turn90(benchmark::State& state) {
+void Rotation90(benchmark::State& state) {
   Pictures p(state);
   Run(state, [&] { Rotate90(p.source.View(), p.rotated.View()); });
 }
-BENCHMARK(Turn90)->Apply(BothSizes);
+BENCHMARK(Rotation90)->Apply(BothSizes);
 
-void Turn180(benchmark::State& state) {
+void Rotation180(benchmark::State& state) {
   Pictures p(state);
   Run(state, [&] { Rotate180(p.source.View(), p.result.View()); });
 }
-BENCHMARK(Turn180)->Apply(BothSizes);
+BENCHMARK(Rotation180)->Apply(BothSizes);
 
 void FlipLeftRight(benchmark::State& state) {
   Pictures p(state);
@@ -142,14 +142,14 @@ cv::Mat AsMat(DisplayBitmap& picture) {
           static_cast<std::size_t>(picture.stride)};
 }
 
-void PeerTurn90(benchmark::State& state) {
+void PeerRotation90(benchmark::State& state) {
   cv::setNumThreads(1);
   Pictures p(state);
   const cv::Mat source = AsMat(p.source);
   cv::Mat result = AsMat(p.rotated);
   Run(state, [&] { cv::rotate(source, result, cv::ROTATE_90_CLOCKWISE); });
 }
-BENCHMARK(PeerTurn90)->Apply(BothSizes);
+BENCHMARK(PeerRotation90)->Apply(BothSizes);
 
 template <int Axis>
 void PeerFlip(benchmark::State& state) {
@@ -159,7 +159,7 @@ void PeerFlip(benchmark::State& state) {
   cv::Mat result = AsMat(p.result);
   Run(state, [&] { cv::flip(source, result, Axis); });
 }
-BENCHMARK(PeerFlip<-1>)->Apply(BothSizes)->Name("PeerTurn180");
+BENCHMARK(PeerFlip<-1>)->Apply(BothSizes)->Name("PeerRotation180");
 BENCHMARK(PeerFlip<1>)->Apply(BothSizes)->Name("PeerFlipLeftRight");
 BENCHMARK(PeerFlip<0>)->Apply(BothSizes)->Name("PeerFlipTopBottom");
 

@@ -5,7 +5,9 @@
 #include <QHBoxLayout>
 #include <QKeySequence>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QShortcut>
+#include <QSplitter>
 #include <QTextBlock>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -17,6 +19,13 @@ namespace {
 
 constexpr qint64 kLargestManual = 16 << 20;
 const QString kSource = QStringLiteral("manual");
+constexpr int kMargin = 12;
+constexpr int kListWidth = 240;
+constexpr int kPageWidth = 700;
+constexpr int kLineLength = 88;  // in average characters
+constexpr int kTopicHeading = 2;
+constexpr int kAnchor = Qt::UserRole;
+constexpr int kBlock = Qt::UserRole + 1;  // the number of the heading's text block
 
 QPushButton* MakeButton(const char* name, const QString& text, const QString& description) {
   auto* button = new QPushButton(text);
@@ -25,6 +34,13 @@ QPushButton* MakeButton(const char* name, const QString& text, const QString& de
   button->setToolTip(description);
   button->setAutoDefault(false);
   return button;
+}
+
+QString AnchorOf(const QTextBlock& block) {
+  for (auto part = block.begin(); !part.atEnd(); ++part)
+    if (const QStringList names = part.fragment().charFormat().anchorNames(); !names.isEmpty())
+      return names[0];
+  return {};
 }
 
 bool HasAnchor(const QTextDocument& document, const QString& anchor) {
@@ -45,20 +61,41 @@ QVariant HelpViewer::Page::loadResource(int type, const QUrl&) {
   return type == QTextDocument::HtmlResource ? QVariant(html) : QVariant();
 }
 
-HelpViewer::HelpViewer() : page_(new Page), txbFind_(new QLineEdit), lblFound_(new QLabel) {
+HelpViewer::Page::Page() { setLineWrapMode(QTextEdit::FixedPixelWidth); }
+
+void HelpViewer::Page::resizeEvent(QResizeEvent* event) {
+  QTextBrowser::resizeEvent(event);
+  const int longest = kLineLength * fontMetrics().averageCharWidth() + 2 * kMargin;
+  setLineWrapColumnOrWidth(std::min(viewport()->width(), longest));
+}
+
+HelpViewer::HelpViewer()
+    : page_(new Page), lstTopics_(new QListWidget), txbFind_(new QLineEdit), lblFound_(new QLabel) {
   setObjectName("HelpViewer");
   setWindowTitle("Corvane Help");
   setAttribute(Qt::WA_QuitOnClose, false);
   page_->setObjectName("txbHelp");
   page_->setAccessibleName("Corvane manual");
-  page_->document()->setDocumentMargin(12);
+  page_->document()->setDocumentMargin(kMargin);
   // Many dark color schemes leave links in the dark blue that suits a white page.
   if (page_->palette().color(QPalette::Base).lightness() < 128)
     page_->document()->setDefaultStyleSheet("a { color: #8ab4f8 }");
+  lstTopics_->setObjectName("lstTopics");
+  lstTopics_->setAccessibleName("Topics of the manual");
+  lstTopics_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  lstTopics_->setSpacing(2);
+  connect(lstTopics_, &QListWidget::itemClicked, this, &HelpViewer::ShowTopicOf);
+  connect(lstTopics_, &QListWidget::itemActivated, this, &HelpViewer::ShowTopicOf);
+  connect(page_->verticalScrollBar(), &QScrollBar::valueChanged, this, &HelpViewer::SelectTopicInSight);
+  auto* both = new QSplitter;
+  both->addWidget(lstTopics_);
+  both->addWidget(page_);
+  both->setStretchFactor(1, 1);
+  both->setSizes({kListWidth, kPageWidth});
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(MakeBar());
-  layout->addWidget(page_);
-  resize(760, 600);
+  layout->addWidget(both, 1);
+  resize(kListWidth + kPageWidth, 640);
 
   connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, txbFind_, [this] {
     txbFind_->setFocus();
@@ -121,7 +158,31 @@ bool HelpViewer::Load(const std::filesystem::path& file) {
   page_->clearHistory();
   page_->setSource(QUrl(kSource), QTextDocument::HtmlResource);
   page_->reload();
+  ListTopics();
   return true;
+}
+
+void HelpViewer::ListTopics() {
+  lstTopics_->clear();
+  for (QTextBlock block = page_->document()->begin(); block.isValid(); block = block.next()) {
+    if (block.blockFormat().headingLevel() != kTopicHeading) continue;
+    auto* topic = new QListWidgetItem(block.text().section(':', 0, 0), lstTopics_);
+    topic->setData(kAnchor, AnchorOf(block));
+    topic->setData(kBlock, block.blockNumber());
+  }
+}
+
+// Selects the last topic that begins at or above the top of what is visible.
+void HelpViewer::SelectTopicInSight() {
+  const int top = page_->cursorForPosition({kMargin, kMargin}).blockNumber();
+  int row = lstTopics_->count() - 1;
+  while (row >= 0 && lstTopics_->item(row)->data(kBlock).toInt() > top) --row;
+  lstTopics_->setCurrentRow(row);
+}
+
+void HelpViewer::ShowTopicOf(QListWidgetItem* item) {
+  page_->setSource(QUrl(kSource + '#' + item->data(kAnchor).toString()), QTextDocument::HtmlResource);
+  lstTopics_->setCurrentItem(item);  // also where the end of the manual keeps it from the top
 }
 
 void HelpViewer::ShowTopic(const QString& topic) {
@@ -134,9 +195,18 @@ void HelpViewer::ShowTopic(const QString& topic) {
   page_->setFocus();
 }
 
+// Moves a text cursor that is out of sight to the edge of what is visible, where the search begins.
+void HelpViewer::StartInSight(bool backward) {
+  const QTextCursor top = page_->cursorForPosition({0, 0});
+  const QTextCursor bottom = page_->cursorForPosition(page_->viewport()->rect().bottomRight());
+  const QTextCursor now = page_->textCursor();
+  if (now < top || bottom < now) page_->setTextCursor(backward ? bottom : top);
+}
+
 void HelpViewer::Find(QTextDocument::FindFlags flags) {
   const QString text = txbFind_->text();
   if (text.isEmpty()) return;
+  StartInSight(flags & QTextDocument::FindBackward);
   bool found = page_->find(text, flags);
   if (!found) {
     const QTextCursor before = page_->textCursor();

@@ -1,11 +1,14 @@
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
 
+#include "core/working_files.h"
 #include "platform/QtPlatform.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/window_controls.h"
@@ -105,6 +108,7 @@ class Help : public AppDirFixture {
     for (int i = 0; i < 200; ++i) filler += "<p>line</p>";
     manual = MakeUserFile("manual.html", "<html><body><h1><a name=\"start\"></a>Contents</h1>" + filler +
                                              "<h2><a name=\"frmPref\"></a>Preferences é</h2>" + filler +
+                                             "<h2><a name=\"frmInfo\"></a>Information</h2>" + filler +
                                              "</body></html>");
   }
   static QWidget* Viewer() {
@@ -153,6 +157,63 @@ TEST_F(Help, FindsTextRoundTheEndAndSaysWhenThereIsNone) {
   Find<QLineEdit>(*Viewer(), "txbFind").setText("nebulosity");
   Press(*Viewer(), "cmdFind");
   EXPECT_EQ(lblFound.text(), "Not found");
+}
+
+TEST_F(Help, ListsItsTopicsBesideThePageAndFollowsIt) {
+  platform.OpenHelp(manual, "");
+  ASSERT_TRUE(Viewer());
+  auto& topics = Find<QListWidget>(*Viewer(), "lstTopics");
+  ASSERT_EQ(topics.count(), 2);
+  EXPECT_EQ(topics.item(0)->text(), "Preferences é");
+  EXPECT_EQ(topics.currentRow(), -1);
+  platform.OpenHelp(manual, "frmInfo");
+  EXPECT_EQ(topics.currentRow(), 1);
+  Q_EMIT topics.itemClicked(topics.item(0));
+  EXPECT_EQ(TopLine(), "Preferences é");
+  EXPECT_EQ(topics.currentRow(), 0);
+}
+
+TEST_F(Help, FindsFromTheVisiblePlaceOn) {
+  platform.OpenHelp(manual, "frmInfo");
+  const auto& page = Find<QTextBrowser>(*Viewer(), "txbHelp");
+  Find<QLineEdit>(*Viewer(), "txbFind").setText("line");
+  Press(*Viewer(), "cmdFind");
+  const int found = page.textCursor().blockNumber();
+  EXPECT_GT(found, 401);  // below the topic, not on the first page
+  EXPECT_EQ(TopLine(), "Information");
+  page.verticalScrollBar()->setValue(0);
+  Press(*Viewer(), "cmdFind");
+  EXPECT_LT(page.textCursor().blockNumber(), 40);
+}
+
+// The manual as it ships.
+TEST_F(Help, HasATopicForEveryLinkEveryPictureAndShortLines) {
+  platform.OpenHelp(AppFile(kHelpFile), "");
+  ASSERT_TRUE(Viewer());
+  auto& page = Find<QTextBrowser>(*Viewer(), "txbHelp");
+  QSet<QString> anchors;
+  QStringList links;
+  int pictures = 0;
+  for (QTextBlock block = page.document()->begin(); block.isValid(); block = block.next()) {
+    for (int i = 0; i < block.layout()->lineCount(); ++i)
+      EXPECT_LE(block.layout()->lineAt(i).textLength(), 91) << block.text().toStdString();
+    for (auto part = block.begin(); !part.atEnd(); ++part) {
+      const QTextCharFormat format = part.fragment().charFormat();
+      for (const QString& name : format.anchorNames()) anchors.insert(name);
+      if (!format.anchorHref().isEmpty()) links << format.anchorHref();
+      if (!format.isImageFormat()) continue;
+      ++pictures;
+      const QVariant bytes =
+          page.document()->resource(QTextDocument::ImageResource, QUrl(format.toImageFormat().name()));
+      EXPECT_FALSE(QImage::fromData(bytes.toByteArray()).isNull() && bytes.value<QImage>().isNull());
+    }
+  }
+  EXPECT_GE(pictures, 15);
+  for (const QString& link : links) EXPECT_TRUE(anchors.contains(link.mid(1))) << link.toStdString();
+  for (const char* window :
+       {"frmExamine", "frmScale", "frmMask", "frmFilter", "frmDeConv", "frmInfo", "FTS_Hist", "frmProfile",
+        "frmPref", "frmFITS", "frmPower", "frmAutoAdjust", "frmAbout"})
+    EXPECT_TRUE(anchors.contains(window)) << window;
 }
 
 TEST_F(Help, NamesAFileThatIsMissingOrWasCut) {
