@@ -1,5 +1,6 @@
 #include "app/Factory.h"
 
+#include "align/frmAlign.h"
 #include "align/frmAutoAdjust.h"
 #include "analysis/FTS_Hist.h"
 #include "analysis/frmProfile.h"
@@ -26,6 +27,8 @@ std::unique_ptr<ToolWindow> MakeWindow(Window window, ModCV& cv, Platform& os, D
       return std::make_unique<frmMask>(cv, os, desk);
     case Window::Filter:
       return std::make_unique<frmFilter>(cv, os, desk);
+    case Window::Align:
+      return std::make_unique<frmAlign>(cv, os, desk);
     default:
       return nullptr;
   }

@@ -14,12 +14,6 @@
 namespace corvane {
 namespace {
 
-bool RoomForOneMore(const ModCV& cv, Platform& os) {
-  if (cv.ImageCount < kSlots) return true;
-  os.Message("Only 10 files may be open at once.", "FILE LIMIT");
-  return false;
-}
-
 // Reads the file into the working state and the display bitmap of slot ImageCount.
 bool ReadFits(ModCV& cv, Platform& os, const std::filesystem::path& path) {
   ReadFitsHeader(cv, os, path);
@@ -121,6 +115,12 @@ FileRequest OpenRequest(const ModCV& cv, const std::string& title) {
           .defaultExtension = "",
           .filterIndex = cv.FileTypeSetting,
           .directory = cv.DefaultDir};
+}
+
+bool RoomForOneMore(const ModCV& cv, Platform& os) {
+  if (cv.ImageCount < kSlots) return true;
+  os.Message("Only 10 files may be open at once.", "FILE LIMIT");
+  return false;
 }
 
 std::optional<int> OpenImage(ModCV& cv, Platform& os, const FileRequest& request) {

@@ -16,6 +16,9 @@ ImageKind KindOf(const std::string& name);
 // The Open dialog as every window shows it.
 FileRequest OpenRequest(const ModCV& cv, const std::string& title);
 
+// False, after the message, where all slots are taken.
+bool RoomForOneMore(const ModCV& cv, Platform& os);
+
 // Asks for a file and opens it as a new slot, which becomes the current one: the Open command without its
 // display. Returns the slot, or nothing after a cancel or a message: the slots are then as before, but the
 // working state is not, so an open image must be shown again. Sets OpenTitle, OpenPath and DefaultDir.

@@ -81,6 +81,22 @@ bool IsOwnFile(const ModCV& cv, const std::filesystem::path& path) {
          std::filesystem::equivalent(target.parent_path(), cv.AppDir, error);
 }
 
+// The kind is left open.
+SaveChoice ChooseSavePath(ModCV& cv, Platform& os, const FileRequest& request) {
+  const FileChoice choice = os.SaveFile(request);
+  if (choice.outcome == FileChoice::Outcome::Cancelled) return {SaveChoice::Outcome::Cancelled};
+  if (choice.outcome == FileChoice::Outcome::Failed) {
+    Report(os, choice.error);
+    return {};
+  }
+  if (IsOwnFile(cv, choice.path)) {
+    os.Message("This name is used by the program itself. Please choose another.", "SAVE ERROR");
+    return {};
+  }
+  cv.SaveDir = choice.path.parent_path();
+  return {SaveChoice::Outcome::Chosen, {choice.path}};
+}
+
 // A FITS file on its way: asks the user at once; the working state is put back unless the file is written.
 class FitsWrite {
  public:
@@ -190,29 +206,24 @@ FileRequest SaveRequest(const ModCV& cv, const std::string& title) {
 }
 
 std::optional<std::filesystem::path> AskSavePath(ModCV& cv, Platform& os, const FileRequest& request) {
-  const FileChoice choice = os.SaveFile(request);
-  if (choice.outcome == FileChoice::Outcome::Cancelled) return std::nullopt;
-  if (choice.outcome == FileChoice::Outcome::Failed) {
-    Report(os, choice.error);
-    return std::nullopt;
-  }
-  if (IsOwnFile(cv, choice.path)) {
-    os.Message("This name is used by the program itself. Please choose another.", "SAVE ERROR");
-    return std::nullopt;
-  }
-  cv.SaveDir = choice.path.parent_path();
-  return choice.path;
+  const SaveChoice choice = ChooseSavePath(cv, os, request);
+  if (choice.outcome != SaveChoice::Outcome::Chosen) return std::nullopt;
+  return choice.target.path;
 }
 
 std::optional<SaveTarget> AskSaveFile(ModCV& cv, Platform& os, const FileRequest& request) {
-  const std::optional<std::filesystem::path> path = AskSavePath(cv, os, request);
-  if (!path) return std::nullopt;
-  const ImageKind kind = KindOf(path->filename().string());
-  if (kind == ImageKind::Unknown) {
-    os.Message("Unrecognized file extension! File save cancelled.", "SAVE ERROR");
-    return std::nullopt;
-  }
-  return SaveTarget{*path, kind};
+  const SaveChoice choice = ChooseSaveFile(cv, os, request);
+  if (choice.outcome != SaveChoice::Outcome::Chosen) return std::nullopt;
+  return choice.target;
+}
+
+SaveChoice ChooseSaveFile(ModCV& cv, Platform& os, const FileRequest& request) {
+  SaveChoice choice = ChooseSavePath(cv, os, request);
+  if (choice.outcome != SaveChoice::Outcome::Chosen) return choice;
+  choice.target.kind = KindOf(choice.target.path.filename().string());
+  if (choice.target.kind != ImageKind::Unknown) return choice;
+  os.Message("Unrecognized file extension! File save cancelled.", "SAVE ERROR");
+  return {};
 }
 
 int SlotPrecision(const ModCV& cv, int slot, int width, int height) {

@@ -26,6 +26,14 @@ std::optional<SaveTarget> AskSaveFile(ModCV& cv, Platform& os, const FileRequest
 // The same without a test of the extension, for the window that writes only one format.
 std::optional<std::filesystem::path> AskSavePath(ModCV& cv, Platform& os, const FileRequest& request);
 
+// AskSaveFile for the window that goes on after a cancel: Refused is what a message was shown for.
+struct SaveChoice {
+  enum class Outcome { Chosen, Cancelled, Refused };
+  Outcome outcome = Outcome::Refused;
+  SaveTarget target{};  // where Chosen
+};
+SaveChoice ChooseSaveFile(ModCV& cv, Platform& os, const FileRequest& request);
+
 // The slot's bytes-per-pixel code where its data array describes a picture of this size, else 1: what can be
 // written at full precision.
 int SlotPrecision(const ModCV& cv, int slot, int width, int height);

@@ -7,15 +7,6 @@
 #include "formats/bitmap_format.h"
 
 namespace corvane {
-namespace {
-
-std::optional<Refusal> RenderAgain(ModCV& cv, int slot) {
-  cv.ImageData = cv.SlotData[slot];
-  cv.BytesPerPixel = cv.SlotBytesPerPixel[slot];
-  return RenderInto(cv, slot);
-}
-
-}  // namespace
 
 std::optional<Refusal> ReadBitmapHeader(ModCV& cv, const std::filesystem::path& path) {
   int width = 0;
@@ -44,6 +35,12 @@ bool EnsureSlotPicture(ModCV& cv, Platform& os, int slot) {
   if (!ReadBitmapHeader(cv, cv.SlotBitmap(slot))) return true;
   if (cv.DisplayBits.empty()) return LoadSlotPicture(cv, os, slot);
   return Accepted(os, WriteWorkingBitmap(cv, cv.AppDir / kGrayTemplate, cv.SlotBitmap(slot), cv.Display()));
+}
+
+std::optional<Refusal> RenderAgain(ModCV& cv, int slot) {
+  cv.ImageData = cv.SlotData[slot];
+  cv.BytesPerPixel = cv.SlotBytesPerPixel[slot];
+  return RenderInto(cv, slot);
 }
 
 std::optional<Refusal> MoveToSlot(ModCV& cv, const std::filesystem::path& picture, int slot) {

@@ -23,6 +23,10 @@ bool LoadSlotPicture(ModCV& cv, Platform& os, int slot);
 // damaged is written again from them. False after a message.
 bool EnsureSlotPicture(ModCV& cv, Platform& os, int slot);
 
+// Makes the picture of a slot again as its Rendering asks, which is not None, from the slot's data, also in
+// DisplayBits. On a refusal the file holds what it held.
+std::optional<Refusal> RenderAgain(ModCV& cv, int slot);
+
 // Checks `picture`, a display bitmap of AppDir, and renames it to the picture of `slot`, which the size
 // fields then describe. After a refusal all is as before.
 std::optional<Refusal> MoveToSlot(ModCV& cv, const std::filesystem::path& picture, int slot);

@@ -18,7 +18,8 @@ EVERYBODYS = {"platform", "base", "formats", "core"}  # their toolkit-free files
 MAIN_WINDOWS = {"frmExamine", "frmScale", "frmMask", "frmFilter", "frmAlign", "frmCombine", "frmColor"}
 OURS = {folder for row in FREE + WINDOWS for folder in row}
 STORE = "core/modcv.h"
-STORELESS = {"base", "formats", "filters", "align", "color"}  # what is no window there is kernel or format
+STORELESS = {"base", "formats", "filters", "align", "color"}  # what is no window there is kernel or format, but for
+STORE_OPERATIONS = {"align/alignment"}
 
 
 def rank(rows, folder):
@@ -30,8 +31,9 @@ def is_window(path):
 
 
 def needs_no_store(path, kernels):
-    inside = Path(path).parts[0] in STORELESS and not is_window(path)
-    return inside or str(Path(path).with_suffix("")) in kernels
+    name = str(Path(path).with_suffix(""))
+    inside = Path(path).parts[0] in STORELESS and not is_window(path) and name not in STORE_OPERATIONS
+    return inside or name in kernels
 
 
 def kernels_of(root):
@@ -129,7 +131,7 @@ RIGHT = [("app/main.cpp", "QApplication", False), ("viewer/frmExamine_views.cpp"
          ("platform/QtPlatform.cpp", "QMessageBox", False), ("filters/grain.cpp", "base/progress.h", True),
          ("viewer/frmExamine.cpp", "analysis/views.h", True), ("base/text.cpp", "vector", False),
          ("widgets/controls.h", "QWidget", False), ("align/frmCombine.cpp", "core/modcv.h", True),
-         ("viewer/view_table.h", "core/modcv.h", True)]
+         ("viewer/view_table.h", "core/modcv.h", True), ("align/alignment.h", "core/modcv.h", True)]
 HEADERS = {"core/render.h": [STORE], "viewer/read_out.h": ["base/marker.h", STORE]}  # what those include
 KERNELS = {"luminance/deconvolution_kernels", "viewer/geometry"}
 

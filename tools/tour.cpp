@@ -118,14 +118,18 @@ void Deconvolve(TourGuide& tour) {
   tour.Picture("view-deconvolved");
 }
 
-void SaveFits(TourGuide& tour, const char* item, const char* name, const char* bits, const QString& picture) {
+void ExpectFits(TourGuide& tour, const char* name, const char* bits, const QString& picture) {
   tour.ExpectFile(tour.Output(name));
   tour.Expect([&tour, bits, picture](QDialog& options) {
     if (auto* button = tour.Find<QRadioButton>(options, bits)) button->setChecked(true);
     if (auto* comment = tour.Find<QLineEdit>(options, "txbComment")) comment->setText("Saved by the tour");
-    tour.Picture(picture, options);
+    if (!picture.isEmpty()) tour.Picture(picture, options);
     tour.Press(options, "cmdClose");
   });
+}
+
+void SaveFits(TourGuide& tour, const char* item, const char* name, const char* bits, const QString& picture) {
+  ExpectFits(tour, name, bits, picture);
   tour.Choose(item);
 }
 
@@ -228,6 +232,44 @@ void FilterImage(TourGuide& tour) {
   tour.Choose("mnuFileSel_2");
 }
 
+void MarkFrames(TourGuide& tour) {
+  auto* frames = tour.Find<QComboBox>(tour.Shown(), "Combo1");
+  auto* picture = tour.Find<QWidget>(tour.Shown(), "picMark");
+  if (!frames || !picture) return;
+  // Near one star, which the drift of the telescope has moved.
+  const QPoint stars[] = {{210, 68}, {203, 70}, {213, 60}};
+  for (int frame = 0; frame < frames->count(); ++frame) {
+    frames->setCurrentIndex(frame);
+    tour.ClickAt(*picture, stars[frame]);
+  }
+}
+
+void AlignFrames(TourGuide& tour) {
+  while (tour.cv.ImageCount > 0) tour.Choose("mnuFileSel_2");
+  for (const char* name : {"field_1.fit", "field_2.fit", "field_3.fit"}) {
+    tour.ExpectFile(tour.Sample(name));
+    tour.Choose("mnuFileSel_0");
+  }
+  tour.Choose("mnuFileSel_4");
+  tour.Picture("aligner-opened");
+  tour.ExpectDialog("aligner-auto-adjust", "cmdApply");
+  tour.Choose("mnuModeSel_3");
+  MarkFrames(tour);
+  tour.Picture("aligner-marked");
+  tour.Press(tour.Shown(), "cmdAlign");
+  tour.Picture("aligner-cropped");
+  ExpectFits(tour, "aligned_1.fts", "Option2", "aligner-save-options");
+  for (const char* name : {"aligned_2.fts", "aligned_3.fts"}) ExpectFits(tour, name, "Option2", {});
+  tour.Press(tour.Shown(), "cmdSave");
+  tour.Picture("aligner-saved");
+  MarkFrames(tour);
+  tour.Choose("mnuModeSel_1");
+  tour.Press(tour.Shown(), "cmdAlign");
+  tour.Picture("aligner-mosaic");
+  tour.Press(tour.Shown(), "cmdCancel");
+  tour.Choose("mnuFileSel_3");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -250,7 +292,7 @@ int main(int argc, char** argv) {
   tour.Start();
   if (tour.Failed()) return EXIT_FAILURE;
   for (const auto step : {OpenSamples, ShowViews, ShowDialogs, Deconvolve, SaveDeconvolved, SaveAndClose,
-                          ScaleLevels, MaskLevels, FilterImage})
+                          ScaleLevels, MaskLevels, FilterImage, AlignFrames})
     step(tour);
   return tour.Failed() ? EXIT_FAILURE : EXIT_SUCCESS;
 }

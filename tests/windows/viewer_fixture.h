@@ -11,9 +11,10 @@
 
 namespace corvane {
 
+// The viewer, or the aligner: a list of open images and a picture to mark.
 class ViewerFixture : public ToolFixture {
  protected:
-  ViewerFixture() : ToolFixture(Window::Examine) { Start(); }
+  explicit ViewerFixture(Window tool = Window::Examine) : ToolFixture(tool) { Start(); }
 
   bool Checked(const char* item) { return Item(item).isChecked(); }
   std::string Box(const char* name) { return Find<QLineEdit>(*window, name).text().toStdString(); }
