@@ -172,11 +172,14 @@ void HelpViewer::ListTopics() {
   }
 }
 
-// Selects the last topic that begins at or above the top of what is visible.
+// Selects the last topic that begins at or above the top of what is visible; at the end of the manual the
+// last one.
 void HelpViewer::SelectTopicInSight() {
+  const QScrollBar& bar = *page_->verticalScrollBar();
+  const bool atEnd = bar.maximum() > 0 && bar.value() == bar.maximum();
   const int top = page_->cursorForPosition({kMargin, kMargin}).blockNumber();
   int row = lstTopics_->count() - 1;
-  while (row >= 0 && lstTopics_->item(row)->data(kBlock).toInt() > top) --row;
+  while (row >= 0 && !atEnd && lstTopics_->item(row)->data(kBlock).toInt() > top) --row;
   lstTopics_->setCurrentRow(row);
 }
 
