@@ -164,7 +164,7 @@ void frmAlign::SwitchAutoAdjust() {
 
 void frmAlign::ShowModal(Dialog dialog) {
   ToolWindow::ShowModal(dialog);
-  // The histogram reads pictures on its own account.
+  // The histogram has read its own pictures into the store.
   if (dialog == Dialog::Histogram && LoadDisplayBits(cv, cv.SlotBitmap(cv.CurrentSlot)))
     ShowSlot(cv.CurrentSlot);
 }
@@ -176,7 +176,7 @@ void frmAlign::OpenFile() {
     Combo1->Insert(*slot, cv.SlotName[*slot]);
     return ShowSlot(*slot);
   }
-  // Nothing has been read of no file, after a cancelled dialog, nor of one that can't be an image.
+  // After a cancelled dialog, or for a file that can't be an image, nothing was read: the picture is intact.
   const bool wasRead = KindOf(cv.OpenPath.filename().string()) != ImageKind::Unknown;
   if (wasRead && cv.ImageCount > 0) ShowSlot(cv.CurrentSlot);
 }

@@ -22,7 +22,7 @@ void NegativeData(FloatView values) {
 //    0  5  2
 // Whole numbers of at most 4 digits: 16-bit integers give the sums that floats would.
 
-// What the sums take from the bytes of six places.
+// The bytes of six neighbors, one vector for each place.
 struct Neighbors {
   Shorts above, aboveRight, right, left, belowLeft, below;
 };

@@ -25,7 +25,7 @@ class AppDir {
   void Refill();
   // The folder taken, or the last one tried.
   const std::filesystem::path& Path() const { return path_; }
-  // The pictures that ship with the program, or empty where it stands without them.
+  // The folder of the sample pictures; empty where there is none.
   const std::filesystem::path& Samples() const { return samples_; }
 
  private:

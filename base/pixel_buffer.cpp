@@ -83,7 +83,7 @@ void* MapHugePages(std::size_t bytes) {
 
 void* AllocatePixels(std::size_t bytes) {
   if (bytes < kMapped) return ::operator new(bytes, kAlignment);
-  // What is left of the reserve is for windows and messages.
+  // Windows and messages need what is left of the reserve.
   if (MemoryReserveIsGiven() && !KeepMemoryReserve()) throw std::bad_alloc();
   // All pages at once: one by one, as they are written to, they would cost more than the pixels.
   if (bytes < kHugePage) return Map(WholePages(bytes, kPage), MAP_POPULATE);

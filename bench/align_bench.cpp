@@ -111,7 +111,7 @@ BENCHMARK_CAPTURE(CombineValues, Darker, 3)->Apply(BothSizes);
 BENCHMARK_CAPTURE(CombineValues, Lighter, 4)->Apply(BothSizes);
 BENCHMARK_CAPTURE(CombineValues, Flat, 5)->Apply(BothSizes);
 
-// All but a few lines and columns, as shifted frames of one field share them.
+// All but a few rows and columns, as shifted frames of one field share them.
 struct Shifted {
   explicit Shifted(const Frames& f) : mark{f.width / 2, f.height / 2} {
     frame = {mark.x - 13, f.width - 1 - mark.x, mark.y - 7, f.height - 1 - mark.y};

@@ -44,7 +44,7 @@ bool ReadAny(ModCV& cv, Platform& os, const std::filesystem::path& path, ImageKi
   return false;
 }
 
-// A picture that is missing needs no moving.
+// A picture file that is missing counts as moved.
 int MovePicture(const std::filesystem::path& from, const std::filesystem::path& to) {
   const int error = QuietRename(from, to);
   return error == ENOENT ? 0 : error;

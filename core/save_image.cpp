@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kKeptCards = 10;  // up to END, without the blank cards that fill the block
 
-// The working state that a save changes on its way, put back unless the save succeeds.
+// Restores the working state that a save changes, unless the save succeeds.
 class WorkingState {
  public:
   explicit WorkingState(ModCV& cv)
@@ -97,7 +97,8 @@ SaveChoice ChooseSavePath(ModCV& cv, Platform& os, const FileRequest& request) {
   return {SaveChoice::Outcome::Chosen, {choice.path}};
 }
 
-// A FITS file on its way: asks the user at once; the working state is put back unless the file is written.
+// A FITS file being written: the constructor asks the user; the working state is restored unless the file is
+// written.
 class FitsWrite {
  public:
   FitsWrite(ModCV& cv, Platform& os, Desk& desk, const ImageSave& save)

@@ -6,7 +6,7 @@
 namespace corvane::VECTOR_NAMESPACE {
 namespace {
 
-// Of each line of intermediate results; together they stay in the fastest cache.
+// Bytes in each row of intermediate results; together the rows stay in the fastest cache.
 constexpr int kSegmentBytes = 512;
 
 // How far ahead memory is asked for, in bytes: the medians of bytes outrun it otherwise.

@@ -103,14 +103,14 @@ bool SharpenBytes(const PreviewRun& run) {
   return true;
 }
 
-// Limited to 0..most by comparisons that leave a blank alone.
+// Limited to 0..most. Comparisons with NaN are false, so a blank stays blank.
 ALWAYS_INLINE float Limit(float value, float most) {
   const float notAbove = most < value ? most : value;
   return notAbove < 0.0f ? 0.0f : notAbove;
 }
 ALWAYS_INLINE Floats Limit(Floats value, Floats most) { return Larger(Smaller(value, most), Floats{}); }
 
-// Products with a weight of 0 count: they let a blank spread.
+// Products with a weight of 0 are not skipped: 0 times NaN is NaN, so a blank spreads.
 template <class Value>
 ALWAYS_INLINE Value Product(int weight, Value value) {
   return weight == -1 ? -value : value * ((float)weight - Value{});

@@ -14,7 +14,7 @@ class LevelMap : public QWidget {
 
   // Replaces the drawing. `meaning` is what a screen reader says of it.
   void Show(std::span<const Stroke> strokes, const QString& meaning);
-  // Every level stays what it is.
+  // Shows the map on which every level stays what it is.
   void ShowIdentity();
 
  protected:

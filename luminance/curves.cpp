@@ -135,7 +135,7 @@ void ContrastData(const Scaling& s, const Exponents&, float lowest, float, Float
 
 constexpr Exponents kNoPower{};
 
-// One third is three different constants: pictures and saved files depend on each.
+// One third stands as three different constants, because pictures and saved files have been made with each.
 constexpr Curve kCurves[] = {
     // caption, exponents {gain, level, data, map}, gain, transfer, map, data
     {"Linear Scale", kNoPower, LinearGain, LinearTransfer, LinearMap, LinearData},

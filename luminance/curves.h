@@ -32,7 +32,7 @@ struct Exponents {
 struct Curve {
   std::string_view caption;
   Exponents exponents;
-  // ScaleFactor.
+  // What the curve is multiplied by; see ScaleFactor.
   double (*gain)(const Scaling&, const Exponents&);
   // The new level of `level`, before it is limited.
   double (*transfer)(const Scaling&, const Exponents&, float level, double gain);

@@ -32,7 +32,7 @@ class BandBlur {
         bands_(RoundUp(form.Height(), kTile) / kTile),
         ahead_(RoundUp(spread.halfWidth, kTile) / kTile),
         ringBands_(std::min(bands_, 2 * ahead_ + 1)),
-        // One line more than needed keeps tiles from falling on the same cache lines.
+        // One row more than needed keeps tiles from sharing cache lines.
         tileSize_(static_cast<std::size_t>(ringBands_) * kTile * kTile + kTile),
         ring_(tileSize_ * (RoundUp(form.Width(), kSegment) / kTile)),
         columns_(static_cast<std::size_t>(kTile) * (kTilesAtATime * kTile + 2 * spread.halfWidth)),

@@ -13,7 +13,7 @@ constexpr std::uint8_t kDarkest = 25;  // the last level of the darkest tenth
 constexpr double kNearlyAll = 0.95;
 constexpr int kRowsToJudge = 512;
 
-// A picture of 8 bits that a tool or a view has made says nothing of the data any more.
+// The data no longer describe the picture once a tool or a view has made it an 8-bit one.
 bool DataDescribe(const ModCV& cv, int slot, int width, int height) {
   const FloatImage& data = cv.SlotData[slot];
   if (data.Empty() || data.Width() != width || data.Height() != height) return false;

@@ -38,7 +38,7 @@ class PixelMarking : public QObject {
   void Free();
   // The marker in a picture that has replaced another: the nearest pixel, with its cross.
   void Redraw();
-  // The cross alone.
+  // Draws the cross and changes nothing else.
   void DrawCross(Mark mark);
   void ShowReadout(Mark pixel);
   void ClearReadout();

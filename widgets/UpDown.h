@@ -5,9 +5,9 @@
 
 namespace corvane {
 
-// The pair of arrows beside a text box: a spin control that shows no number of its own. Its value is the
-// box's number times `stepsPerUnit`. It follows a number in its range that is typed or set in the box, to the
-// nearest step, and steps it, from the box's Up and Down keys too.
+// The pair of arrows beside a text box: a spin control without a number of its own, whose value is the box's
+// number times `stepsPerUnit`. It steps the box, by the box's Up and Down keys too, and follows a number in
+// its range that is typed or set there, to the nearest step.
 class UpDown : public QSpinBox {
  public:
   UpDown(QLineEdit* box, int lowest, int highest, int stepsPerUnit = 1);

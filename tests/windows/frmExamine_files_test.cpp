@@ -165,7 +165,7 @@ TEST_F(ViewerFiles, SavesEveryViewSoThatItReopensAsItWasShown) {
 }
 
 // The committed picture has 8 bits, but the data are still those of a float image.
-TEST_F(ViewerFiles, FitsTheRangeOfMagnifiedFloatData) {
+TEST_F(ViewerFiles, ScalesMagnifiedFloatDataIntoTheRange) {
   cv.MagMode = 0;
   ChooseBits(16);
   for (const bool twice : {false, true}) {
