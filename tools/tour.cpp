@@ -16,6 +16,7 @@
 #include <cstring>
 #include <iostream>
 
+#include "core/working_files.h"
 #include "tools/TourGuide.h"
 
 namespace {
@@ -91,6 +92,8 @@ void ShowDialogs(TourGuide& tour) {
   for (QWidget* window : QApplication::topLevelWidgets())
     if (window->objectName() == "HelpViewer" && window->isVisible()) {
       tour.Picture("help", *window);
+      tour.os.OpenHelp(tour.cv.AppDir / corvane::kHelpFile, "median");
+      tour.Picture("help-topic", *window);
       window->close();
     }
 }
