@@ -2,6 +2,7 @@
 
 #include "align/frmAlign.h"
 #include "align/frmAutoAdjust.h"
+#include "align/frmCombine.h"
 #include "analysis/FTS_Hist.h"
 #include "analysis/frmProfile.h"
 #include "app/frmAbout.h"
@@ -29,6 +30,8 @@ std::unique_ptr<ToolWindow> MakeWindow(Window window, ModCV& cv, Platform& os, D
       return std::make_unique<frmFilter>(cv, os, desk);
     case Window::Align:
       return std::make_unique<frmAlign>(cv, os, desk);
+    case Window::Combine:
+      return std::make_unique<frmCombine>(cv, os, desk);
     default:
       return nullptr;
   }

@@ -74,7 +74,7 @@ bool CantClose(const ModCV& cv, Platform& os, int error, bool isLost) {
 bool PassToTheEnd(ModCV& cv, Platform& os) {
   const int first = cv.CurrentSlot;
   const int last = cv.ImageCount - 1;
-  const std::filesystem::path aside = cv.AppDir / kTempBitmap;
+  const std::filesystem::path aside = cv.AppDir / kDummyBitmap;  // "temp.bmp" may hold a result
   if (first == last) return true;
   int error = MovePicture(cv.SlotBitmap(first), aside);
   if (error != 0) return CantClose(cv, os, error, false);

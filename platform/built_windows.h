@@ -9,7 +9,6 @@ namespace corvane {
 
 // The main windows that are still to come: menus disable the items that lead to them.
 inline constexpr Window kAbsentWindows[] = {
-    Window::Combine,
     Window::Color,
 };
 

@@ -1,6 +1,5 @@
 #include "preview/PreviewWindow.h"
 
-#include <QFrame>
 #include <QGridLayout>
 #include <QVBoxLayout>
 #include <new>
@@ -87,13 +86,6 @@ void PreviewWindow::AddMenus(std::span<const MenuItem> optionsMenu, std::span<co
 }
 
 void PreviewWindow::LayOut(QWidget* controls, QWidget* side, std::initializer_list<QWidget*> tabOrder) {
-  auto* frame = new QFrame;
-  frame->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-  frame->setFixedSize(kPreview + QSize(8, 8));
-  auto* around = new QGridLayout(frame);
-  around->setContentsMargins(0, 0, 0, 0);
-  around->addWidget(Image1, 0, 0, Qt::AlignCenter);
-
   auto* left = new QVBoxLayout;
   left->setContentsMargins(0, 12, 0, 0);
   left->addWidget(controls);
@@ -104,7 +96,7 @@ void PreviewWindow::LayOut(QWidget* controls, QWidget* side, std::initializer_li
   auto* grid = new QGridLayout(center);
   grid->setHorizontalSpacing(16);
   grid->addWidget(panel_, 0, 0, Qt::AlignLeft | Qt::AlignTop);
-  grid->addWidget(frame, 0, 1, Qt::AlignCenter);
+  grid->addWidget(Image1->InFrame(), 0, 1, Qt::AlignCenter);
   grid->addLayout(left, 1, 0);
   grid->addWidget(side, 1, 1, Qt::AlignCenter);
   setCentralWidget(center);

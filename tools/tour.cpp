@@ -121,6 +121,7 @@ void Deconvolve(TourGuide& tour) {
   tour.Picture("view-deconvolved");
 }
 
+// What the user does in the dialogs of a save.
 void ExpectFits(TourGuide& tour, const char* name, const char* bits, const QString& picture) {
   tour.ExpectFile(tour.Output(name));
   tour.Expect([&tour, bits, picture](QDialog& options) {
@@ -273,6 +274,47 @@ void AlignFrames(TourGuide& tour) {
   tour.Choose("mnuFileSel_3");
 }
 
+void Combine(TourGuide& tour, const char* first, const char* second, const char* method) {
+  for (const auto& [list, name] : {std::pair("Combo1", first), std::pair("Combo2", second)})
+    if (auto* images = tour.Find<QComboBox>(tour.Shown(), list)) images->setCurrentText(name);
+  tour.Press(tour.Shown(), method);
+  tour.Press(tour.Shown(), "cmdCombine");
+}
+
+void StackFrames(TourGuide& tour) {
+  tour.Choose("mnuFileSel_5");
+  tour.Picture("combiner-opened");
+  Combine(tour, "aligned_1.fts", "aligned_2.fts", "Option3");
+  tour.Picture("combiner-average");
+  ExpectFits(tour, "stack_2.fts", "Option2", "combiner-save-options");
+  tour.Press(tour.Shown(), "cmdSave");
+  tour.Picture("combiner-stacked");
+  if (auto* multiplier = tour.Find<QLineEdit>(tour.Shown(), "Text2")) multiplier->setText("0.5");
+  Combine(tour, "stack_2.fts", "aligned_3.fts", "Option3");
+  ExpectFits(tour, "stack_3.fts", "Option2", {});
+  tour.Press(tour.Shown(), "cmdSave");
+}
+
+void DivideByFlat(TourGuide& tour) {
+  for (const char* name : {"field_1.fit", "flat.fit"}) {
+    tour.ExpectFile(tour.Sample(name));
+    tour.Choose("mnuFileSel_0");
+  }
+  tour.Expect([&tour](QDialog& question) {
+    tour.Picture("combiner-two-sizes", question);
+    question.reject();
+  });
+  Combine(tour, "stack_3.fts", "flat.fit", "Option6");
+  if (auto* multiplier = tour.Find<QLineEdit>(tour.Shown(), "Text2")) multiplier->setText("1");
+  tour.Choose("mnuConfSel_1");
+  Combine(tour, "field_1.fit", "flat.fit", "Option6");
+  tour.Picture("combiner-flat-field");
+  ExpectFits(tour, "flat_fielded_16.fts", "Option2", {});
+  tour.Press(tour.Shown(), "cmdSave");
+  tour.Picture("combiner-preserved");
+  tour.Choose("mnuFileSel_3");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -295,7 +337,7 @@ int main(int argc, char** argv) {
   tour.Start();
   if (tour.Failed()) return EXIT_FAILURE;
   for (const auto step : {OpenSamples, ShowViews, ShowDialogs, Deconvolve, SaveDeconvolved, SaveAndClose,
-                          ScaleLevels, MaskLevels, FilterImage, AlignFrames})
+                          ScaleLevels, MaskLevels, FilterImage, AlignFrames, StackFrames, DivideByFlat})
     step(tour);
   return tour.Failed() ? EXIT_FAILURE : EXIT_SUCCESS;
 }

@@ -4,7 +4,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -14,6 +13,7 @@
 #include "core/open_image.h"
 #include "formats/bitmap_format.h"
 #include "platform/QtText.h"
+#include "widgets/NameLabel.h"
 #include "widgets/controls.h"
 
 namespace corvane {
@@ -21,24 +21,6 @@ namespace {
 
 constexpr int kCardColumns = 80;
 constexpr int kShownLines = 22;
-
-// Shows as much of a long text as there is room for; the tool tip has it whole.
-class NameLabel : public QLabel {
- public:
-  explicit NameLabel(const QString& name) : QLabel(name) {
-    setTextFormat(Qt::PlainText);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    setToolTip("<p>" + name.toHtmlEscaped() + "</p>");
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    painter.setPen(palette().color(foregroundRole()));
-    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                     fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
-  }
-};
 
 std::string DisplayBitmapSize(const ModCV& cv) {
   return std::to_string(kBitmapHeaderSize + static_cast<std::int64_t>(cv.RowStride) * cv.Height());

@@ -1,5 +1,6 @@
 #include "widgets/Thumbnail.h"
 
+#include <QGridLayout>
 #include <QPainter>
 
 #include "platform/BitmapImage.h"
@@ -23,6 +24,16 @@ void Thumbnail::ShowNothing() {
   picture_ = {};
   setFixedSize(box_);
   update();
+}
+
+QFrame* Thumbnail::InFrame() {
+  auto* frame = new QFrame;
+  frame->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+  frame->setFixedSize(box_ + QSize(8, 8));
+  auto* around = new QGridLayout(frame);
+  around->setContentsMargins(0, 0, 0, 0);
+  around->addWidget(this, 0, 0, Qt::AlignCenter);
+  return frame;
 }
 
 void Thumbnail::paintEvent(QPaintEvent*) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFrame>
 #include <QImage>
 #include <QWidget>
 #include <filesystem>
@@ -17,6 +18,8 @@ class Thumbnail : public QWidget {
   // False, with nothing shown, where the file cannot be read.
   bool LoadFile(const std::filesystem::path& path);
   void ShowNothing();
+  // A sunken frame of the box's size with the thumbnail in its middle.
+  QFrame* InFrame();
   // What is shown: screen pixels, as many as there are on a finer screen.
   const QImage& Picture() const { return picture_; }
 

@@ -3,7 +3,6 @@
 #include <QLabel>
 #include <QSlider>
 #include <algorithm>
-#include <sstream>
 
 #include "core/open_image.h"
 #include "core/slot_picture.h"
@@ -45,16 +44,6 @@ class PreviewFixture : public ToolFixture {
   std::string Title() { return window->windowTitle().toStdString(); }
   Thumbnail& Preview() { return Find<Thumbnail>(*window, "Image1"); }
 
-  // Those of the controls and menu items that are enabled.
-  std::string Enabled(const std::vector<const char*>& names) {
-    std::ostringstream enabled;
-    for (const char* name : names) {
-      const auto* action = window->findChild<QAction*>(QLatin1String(name));
-      if (action ? action->isEnabled() : Find<QWidget>(*window, name).isEnabled()) enabled << name << ' ';
-    }
-    return enabled.str();
-  }
-
   // The picture of a display bitmap, in stored order without padding.
   std::vector<int> FileLevels(const char* name) {
     ModCV other;
@@ -81,16 +70,6 @@ class PreviewFixture : public ToolFixture {
     ChooseBits(bits);
     os.ChooseToSave(UserFile(name));
     Choose("mnuFileSel_0");
-  }
-  // The values of a file, as it opens.
-  std::vector<float> ReadValues(const std::string& name) {
-    ModCV other;
-    other.AppDir = UserFile("reader");
-    std::filesystem::create_directory(other.AppDir);
-    std::filesystem::copy_file(AppFile("gr_8.bm_"), other.AppDir / "gr_8.bm_",
-                               std::filesystem::copy_options::overwrite_existing);
-    EXPECT_TRUE(OpenImageFile(other, os, UserFile(name))) << name;
-    return Values(other.SlotData[0].View());
   }
 };
 

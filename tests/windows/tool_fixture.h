@@ -2,8 +2,10 @@
 
 #include <QAction>
 #include <memory>
+#include <sstream>
 
 #include "app/Factory.h"
+#include "core/open_image.h"
 #include "formats/fits_cards.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_makers.h"
@@ -30,6 +32,16 @@ class ToolFixture : public AppDirFixture {
   void Choose(const char* item) { Item(item).trigger(); }
   PictureBox& Picture(const char* name) { return Find<PictureBox>(*window, name); }
 
+  // Those of the controls and menu items that are enabled.
+  std::string Enabled(const std::vector<const char*>& names) {
+    std::ostringstream enabled;
+    for (const char* name : names) {
+      const auto* action = window->findChild<QAction*>(QLatin1String(name));
+      if (action ? action->isEnabled() : Find<QWidget>(*window, name).isEnabled()) enabled << name << ' ';
+    }
+    return enabled.str();
+  }
+
   // The gray levels of a picture on screen, in the order of DisplayBits without padding.
   static std::vector<int> LevelsOf(const QImage& image) {
     std::vector<int> levels;
@@ -45,6 +57,17 @@ class ToolFixture : public AppDirFixture {
       cv.BytesPerPixel = bits / 8;
       cv.FitsComment = CommentValue("");
     };
+  }
+
+  // The values of a file, as it opens.
+  std::vector<float> ReadValues(const std::string& name) {
+    ModCV other;
+    other.AppDir = UserFile("reader");
+    std::filesystem::create_directory(other.AppDir);
+    std::filesystem::copy_file(AppFile("gr_8.bm_"), other.AppDir / "gr_8.bm_",
+                               std::filesystem::copy_options::overwrite_existing);
+    EXPECT_TRUE(OpenImageFile(other, os, UserFile(name))) << name;
+    return Values(other.SlotData[0].View());
   }
 
   std::unique_ptr<ToolWindow> window;
