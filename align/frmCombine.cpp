@@ -240,7 +240,7 @@ void frmCombine::Enter() {
   Toolbar1->setEnabled(!pending);
   lblHint->setText(!pending ? ""
                    : result_->precision == 1
-                       ? "The result has 8 bits: the images have no full data of one kind."
+                       ? "8 bits only: the images have no data of one kind beyond 8 bits."
                        : "The preview has 256 levels; saving as FITS with 16 bits combines "
                          "the full data.");
 }
