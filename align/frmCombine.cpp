@@ -4,6 +4,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "align/combine.h"
@@ -100,6 +101,7 @@ frmCombine::frmCombine(ModCV& store, Platform& platform, Desk& windows)
   OnClick(cmdCombine, [this] { cmdCombine_Click(); });
   OnClick(cmdUndo, [this] { cmdUndo_Click(); });
   OnClick(cmdSave, [this] { cmdSave_Click(); });
+  connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, cmdSave, &QPushButton::click);
 }
 
 QWidget* frmCombine::Column(const Input& input, QWidget* multiplierLabel) {
