@@ -8,9 +8,11 @@
 #include "align/centroid.h"
 #include "base/files.h"
 #include "core/open_image.h"
+#include "core/read_out.h"
 #include "core/slot_picture.h"
 #include "core/startup.h"
 #include "core/working_files.h"
+#include "platform/QtText.h"
 #include "platform/busy.h"
 
 namespace corvane {
@@ -112,17 +114,20 @@ void frmAlign::LayOut() {
   grid->addWidget(Combo1, 0, 0, Qt::AlignLeft);
   grid->addWidget(area_, 1, 0);
   grid->addLayout(side, 1, 1);
+  grid->setColumnStretch(0, 1);
+  grid->setRowStretch(1, 1);
   setCentralWidget(center);
   statusBar()->addWidget(lblStatus, 1);
-  statusBar()->setSizeGripEnabled(false);
+  lblStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // a long text widens no window
   statusBar()->setContentsMargins(kStatusMargin, 0, kStatusMargin, 0);
-  layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void frmAlign::Connect() {
   connect(Combo1, &ImageList::Chosen, this, &frmAlign::ShowSlot);
   connect(marking_, &PixelMarking::Marked, this, &frmAlign::Marked);
   connect(marking_, &PixelMarking::Removed, this, &frmAlign::Unmark);
+  connect(marking_, &PixelMarking::ReadoutShown, this, [this](int x, int y) { Hover(Mark{x, y}); });
+  connect(marking_, &PixelMarking::ReadoutCleared, this, [this] { Hover(std::nullopt); });
   marking_->Watch(this);
   OnClick(cmdAlign, [this] { cmdAlign_Click(); });
   OnClick(cmdCancel, [this] { cmdCancel_Click(); });
@@ -253,14 +258,25 @@ void frmAlign::Unmark() {
   ShowStatus();
 }
 
+void frmAlign::Hover(std::optional<Mark> pixel) {
+  hovered_ = pixel;
+  ShowStatus();
+}
+
 void frmAlign::ShowStatus() {
   if (cv.ImageCount == 0) return lblStatus->clear();
   if (AlignedUnsaved) return lblStatus->setText("Aligned. Save keeps the result, Undo takes it back.");
   const auto& marked = Marks[cv.CurrentSlot];
-  QString text = "Click the reference star to mark it.";
-  if (marked) text = QString("Marked at %1, %2").arg(marked->mark.x + 1).arg(marked->mark.y + 1);
-  if (marked) text += marking_->MarkerMode() ? ": arrow keys move the mark, a right click removes it." : ".";
-  lblStatus->setText(text + QString(" %1 of %2 images marked.").arg(MarkedSlots().size()).arg(cv.ImageCount));
+  QStringList texts;
+  if (marked) texts << QString("Marked at %1, %2.").arg(marked->mark.x + 1).arg(marked->mark.y + 1);
+  if (marked && marking_->MarkerMode()) texts << "Arrow keys move the mark, a right click removes it.";
+  const std::optional<Mark> pixel = marked ? marked->mark : hovered_;
+  std::string value;
+  if (pixel) value = DescribeData(cv, cv.CurrentSlot, cv.Width(), cv.Height(), *pixel);
+  if (!value.empty()) texts << ToQt(value) + '.';
+  if (!pixel) texts << "Click the reference star to mark it.";
+  texts << QString("%1 of %2 images marked.").arg(MarkedSlots().size()).arg(cv.ImageCount);
+  lblStatus->setText(texts.join(' '));
 }
 
 void frmAlign::Enter() {

@@ -55,6 +55,8 @@ class frmAlign : public ToolWindow {
   void Marked(bool byMouse);
   void Unmark();
   void ShowStatus();
+  // Under the pointer, or nothing.
+  void Hover(std::optional<Mark> pixel);
   void Enter();
 
   // frmAlign_modes.cpp
@@ -89,6 +91,7 @@ class frmAlign : public ToolWindow {
   std::array<std::optional<MarkedPicture>, kSlots> Marks;
   Mode AlignMode = kCropMode;
   bool AlignedUnsaved = false;
+  std::optional<Mark> hovered_;       // the pixel that is read out
   std::vector<CroppedSlot> cropped_;  // while crops are neither saved nor undone
 };
 

@@ -1,5 +1,6 @@
 #include "app/ApplicationDesk.h"
 
+#include <QLayout>
 #include <QShortcut>
 #include <utility>
 
@@ -9,12 +10,20 @@
 
 namespace corvane {
 
+namespace {
+
+bool CanGrow(const ToolWindow& window) { return window.layout()->sizeConstraint() != QLayout::SetFixedSize; }
+
+}  // namespace
+
 void ApplicationDesk::Replace(Window next) {
   std::unique_ptr<ToolWindow> window = MakeWindow(next, cv, os, *this);
   if (!window) return;
+  if (shown_ && CanGrow(*shown_)) growth_ = shown_->size() - shown_->sizeHint();
   if (shown_) shown_->Unload();
   std::swap(window, shown_);
   shown_->Open();
+  if (CanGrow(*shown_)) shown_->resize(shown_->sizeHint() + growth_);
   PlaceAt(*shown_, {cv.WindowLeft, cv.WindowTop});
   shown_->show();
   shown_->activateWindow();

@@ -32,6 +32,7 @@ class ApplicationDesk : public Desk {
   ModCV& cv;
   Platform& os;
   std::unique_ptr<ToolWindow> shown_;
+  QSize growth_{0, 0};  // by which the user has enlarged the windows that can be
 };
 
 }  // namespace corvane

@@ -124,7 +124,7 @@ WRONG = [("base/text.cpp", "QString", False), ("base/text.cpp", "qdebug.h", Fals
          ("formats/fits_format.cpp", "core/modcv.h", True), ("formats/fits_pixels.h", "core/modcv.h", True),
          ("luminance/deconvolution_kernels.cpp", "core/modcv.h", True), ("filters/grain.cpp", "core/modcv.h", True),
          ("filters/grain.cpp", "core/render.h", True), ("align/combine.h", "core/modcv.h", True),
-         ("viewer/geometry.h", "viewer/read_out.h", True), ("preview/PreviewWindow.h", "luminance/curves.h", True)]
+         ("viewer/geometry.h", "core/read_out.h", True), ("preview/PreviewWindow.h", "luminance/curves.h", True)]
 RIGHT = [("app/main.cpp", "QApplication", False), ("viewer/frmExamine_views.cpp", "viewer/frmExamine.h", True),
          ("app/Factory.cpp", "luminance/frmScale.h", True), ("luminance/frmScale.h", "preview/PreviewWindow.h", True),
          ("widgets/Thumbnail.cpp", "base/fit.h", True), ("app/frmPref.cpp", "widgets/controls.h", True),
@@ -132,7 +132,7 @@ RIGHT = [("app/main.cpp", "QApplication", False), ("viewer/frmExamine_views.cpp"
          ("viewer/frmExamine.cpp", "analysis/views.h", True), ("base/text.cpp", "vector", False),
          ("widgets/controls.h", "QWidget", False), ("align/frmCombine.cpp", "core/modcv.h", True),
          ("viewer/view_table.h", "core/modcv.h", True), ("align/alignment.h", "core/modcv.h", True)]
-HEADERS = {"core/render.h": [STORE], "viewer/read_out.h": ["base/marker.h", STORE]}  # what those include
+HEADERS = {"core/render.h": [STORE], "core/read_out.h": ["base/marker.h", STORE]}  # what those include
 KERNELS = {"luminance/deconvolution_kernels", "viewer/geometry"}
 
 

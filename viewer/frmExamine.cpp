@@ -8,7 +8,7 @@
 #include "core/startup.h"
 #include "core/working_files.h"
 #include "platform/QtText.h"
-#include "viewer/read_out.h"
+#include "core/read_out.h"
 
 namespace corvane {
 namespace {
@@ -134,11 +134,12 @@ void frmExamine::LayOut() {
   grid->addWidget(Combo1, 0, 0, Qt::AlignLeft);
   grid->addWidget(area_, 1, 0);
   grid->addLayout(side, 1, 1);
+  grid->setColumnStretch(0, 1);
+  grid->setRowStretch(1, 1);
   setCentralWidget(center);
   statusBar()->addWidget(lblStatus, 1);
-  statusBar()->setSizeGripEnabled(false);
+  lblStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // a long text widens no window
   statusBar()->setContentsMargins(kStatusMargin, 0, kStatusMargin, 0);
-  layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void frmExamine::Connect() {

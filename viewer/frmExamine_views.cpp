@@ -4,13 +4,13 @@
 #include "base/files.h"
 #include "base/numeric.h"
 #include "core/accepted.h"
+#include "core/read_out.h"
 #include "core/slot_picture.h"
 #include "core/working_files.h"
 #include "luminance/frmSave16.h"
 #include "platform/busy.h"
 #include "viewer/frmExamine.h"
 #include "viewer/magnify.h"
-#include "viewer/read_out.h"
 
 namespace corvane {
 namespace {
@@ -125,7 +125,8 @@ void frmExamine::ShowView(const ViewEntry& view) try {
   if (!MakePicture(view.header(cv), dummy, std::move(picture))) return;
   ViewChanged = true;
   Item(kToolMenu, view.menuIndex)->setChecked(true);
-  ShowFile(dummy);
+  if (ShowFile(dummy) && view.transposes)
+    area_->SizeCheck();  // also where it is square: nothing is in its place
 } catch (const std::bad_alloc&) {
   Refuse(os, NotEnoughMemory());
 }

@@ -42,11 +42,11 @@ PictureArea::PictureArea(const char* pictureName, QWidget* parent)
   grid->addWidget(Picture1, 0, 0);
   grid->addWidget(vsbVert, 0, 1);
   grid->addWidget(hsbHor, 1, 0);
-  grid->setRowStretch(2, 1);
-  grid->setColumnStretch(2, 1);
-  Picture1->setFixedSize(kWidth, kHeight);
+  grid->setRowStretch(0, 1);
+  grid->setColumnStretch(0, 1);
+  Picture1->setMinimumSize(kWidth, kHeight);
+  Picture1->resize(kWidth, kHeight);
   Picture1->setAutoFillBackground(true);
-  emptyLabel_->setGeometry(0, 0, kWidth, kHeight);
   emptyLabel_->setAlignment(Qt::AlignCenter);
   emptyLabel_->setForegroundRole(QPalette::PlaceholderText);
   emptyLabel_->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -61,11 +61,14 @@ PictureArea::PictureArea(const char* pictureName, QWidget* parent)
 }
 
 bool PictureArea::LoadPicture(const std::filesystem::path& path) {
+  const QSize before = picture_->PictureSize();
+  const QPoint place(hsbHor->value(), vsbVert->value());
   if (!picture_->LoadFile(path)) return false;
   emptyLabel_->hide();
   Picture1->setFrameShape(QFrame::NoFrame);
   Picture1->setBackgroundRole(QPalette::Window);
   SizeCheck();
+  if (picture_->PictureSize() == before) Pan(place.x(), place.y());
   return true;
 }
 
@@ -81,20 +84,32 @@ void PictureArea::ShowEmpty(const QString& text) {
 }
 
 void PictureArea::SizeCheck() {
-  const QSize size = picture_->HasPicture() ? picture_->PictureSize() : QSize(kWidth, kHeight);
-  Picture1->setFixedSize(kWidth, kHeight);
+  const QSize size = picture_->HasPicture() ? picture_->PictureSize() : Picture1->size();
   picture_->setGeometry(QRect(QPoint(0, 0), size));
   picture_->SetCoordinates(0, size.width(), 0, size.height());
-  FitBar(hsbHor, size.width(), kWidth);
-  FitBar(vsbVert, size.height(), kHeight);
+  for (QScrollBar* bar : {hsbHor, vsbVert}) {
+    const QSignalBlocker quiet(bar);
+    bar->setValue(0);
+  }
+  FitBars();
   picture_->update();
+}
+
+void PictureArea::ViewResized() {
+  emptyLabel_->setGeometry(Picture1->rect());
+  picture_->HasPicture() ? FitBars() : SizeCheck();
+}
+
+void PictureArea::FitBars() {
+  FitBar(hsbHor, picture_->width(), Picture1->width());
+  FitBar(vsbVert, picture_->height(), Picture1->height());
+  picture_->move(-hsbHor->value(), -vsbVert->value());
 }
 
 void PictureArea::FitBar(QScrollBar* bar, int pictureLength, int viewLength) {
   const QSignalBlocker quiet(bar);
   bar->setRange(0, std::max(0, pictureLength - viewLength));
   bar->setPageStep(viewLength);
-  bar->setValue(0);
   bar->setVisible(pictureLength > viewLength);
 }
 
@@ -105,8 +120,8 @@ void PictureArea::MovePicture() {
 
 void PictureArea::ShowPixel(int x, int y) {
   const auto shown = [](int value, int at, int length) { return std::clamp(value, at + 1 - length, at); };
-  hsbHor->setValue(shown(hsbHor->value(), x, kWidth));
-  vsbVert->setValue(shown(vsbVert->value(), picture_->height() - 1 - y, kHeight));
+  hsbHor->setValue(shown(hsbHor->value(), x, Picture1->width()));
+  vsbVert->setValue(shown(vsbVert->value(), picture_->height() - 1 - y, Picture1->height()));
 }
 
 void PictureArea::Pan(int dx, int dy) {
@@ -120,6 +135,7 @@ bool PictureArea::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   if (watched == picture_) return PictureEvent(event);
+  if (event->type() == QEvent::Resize) ViewResized();
   if (event->type() == QEvent::MouseMove) Q_EMIT MouseLeft();
   return false;
 }

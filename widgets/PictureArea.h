@@ -10,9 +10,9 @@
 
 namespace corvane {
 
-// The viewport `Picture1` of 611 x 406 pixels with the picture inside it, which has its own size and is moved
-// by the scroll bars `hsbHor` and `vsbVert`. Wheel and Shift+wheel scroll, a drag with the middle button
-// pans. Positions are image pixels, y from the bottom row.
+// The viewport `Picture1`, which grows with the window from 611 x 406 pixels on, with the picture inside it,
+// which has its own size and is moved by the scroll bars `hsbHor` and `vsbVert`. Wheel and Shift+wheel
+// scroll, a drag with the middle button pans. Positions are image pixels, y from the bottom row.
 class PictureArea : public QWidget {
   Q_OBJECT
 
@@ -23,7 +23,8 @@ class PictureArea : public QWidget {
   // `pictureName` is the inner picture's control name.
   explicit PictureArea(const char* pictureName, QWidget* parent = nullptr);
 
-  // Shows a bitmap file at its own size, scrolled to its top left corner. False, with nothing changed, where
+  // Shows a bitmap file at its own size: scrolled as the picture before it where that has the same size, else
+  // to its top left corner. False, with nothing changed, where
   // the file cannot be read.
   bool LoadPicture(const std::filesystem::path& path);
   // No picture; `text` stands in the viewport instead.
@@ -52,6 +53,8 @@ class PictureArea : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void ViewResized();
+  void FitBars();
   bool PictureEvent(QEvent* event);
   void Press(QMouseEvent* event);
   void Move(QMouseEvent* event);

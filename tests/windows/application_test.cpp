@@ -13,6 +13,7 @@
 #include "platform/QtText.h"
 #include "platform/built_windows.h"
 #include "tests/support/app_dir_fixture.h"
+#include "tests/support/file_makers.h"
 #include "tests/support/window_controls.h"
 #include "widgets/PictureBox.h"
 #include "widgets/placing.h"
@@ -116,6 +117,18 @@ TEST_F(Application, ShowsOneMainWindowAndUnloadsItsOpenerFirst) {
   EXPECT_FALSE(first && first->isVisible());
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_FALSE(first);
+}
+
+TEST_F(Application, KeepsTheSizeOfWindowsThatGrow) {
+  OpenUserImage("a.fit", FitsImage(8, 3, 2, std::vector<double>(6)));
+  ApplicationDesk real(cv, os);
+  real.Replace(Window::Examine);
+  const QSize size = real.Shown()->size();
+  real.Shown()->resize(size + QSize(120, 40));
+  real.Replace(Window::Scale);
+  real.Replace(Window::Align);
+  real.Replace(Window::Examine);
+  EXPECT_EQ(real.Shown()->size(), size + QSize(120, 40));
 }
 
 TEST_F(Application, EndsAsExitDoesWhenItIsAskedToFromOutside) {

@@ -180,6 +180,43 @@ TEST_F(Viewer, KeepsTheMarkerInsideASmallerPictureAndInSight) {
   EXPECT_EQ(Picture().Point(7, 5), QColor(0, 255, 0));
 }
 
+TEST_F(Viewer, KeepsThePlaceInPicturesOfOneSize) {
+  OpenSlope("other.fit", 700, 700);
+  OpenSlope("b.fit", 800, 800);
+  OpenSlope("a.fit", 800, 800);
+  const auto moves = [&](auto command) {
+    Bar("hsbHor").setValue(40);
+    Bar("vsbVert").setValue(9);
+    command();
+    return Picture().pos() != QPoint(-40, -9) || Bar("hsbHor").value() != 40;
+  };
+  EXPECT_FALSE(moves([&] { Find<QComboBox>(*window, "Combo1").setCurrentIndex(1); }));
+  for (const char* view : {"mnuToolSel_6", "mnuToolSel_14"}) {
+    EXPECT_FALSE(moves([&] { Choose(view); }));
+    EXPECT_FALSE(moves([&] { Choose(view); }));
+  }
+  EXPECT_TRUE(moves([&] { Choose("mnuToolSel_13"); })) << "turned: another place is there";
+  EXPECT_TRUE(moves([&] { Find<QComboBox>(*window, "Combo1").setCurrentIndex(0); }));
+  EXPECT_EQ(Picture().pos(), QPoint(0, 0));
+}
+
+TEST_F(Viewer, GivesThePictureWhatTheWindowGains) {
+  OpenSlope("a.fit", 700, 500);
+  auto& view = Find<QWidget>(*window, "Picture1");
+  EXPECT_EQ(view.size(), QSize(611, 406));
+  Bar("hsbHor").setValue(80);
+  window->resize(window->size() + QSize(60, 200));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(view.size(), QSize(671, 606));
+  EXPECT_EQ(Bar("hsbHor").maximum(), 29);
+  EXPECT_EQ(Picture().pos(), QPoint(-29, 0));
+  EXPECT_FALSE(Bar("vsbVert").isVisible());
+  window->resize(1, 1);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(view.size(), QSize(611, 406));
+  EXPECT_EQ(Bar("vsbVert").maximum(), 94);
+}
+
 TEST_F(Viewer, ScrollsPicturesThatAreLargerThanTheViewport) {
   const auto ranges = [&](int width, int height) {
     OpenSlope(std::to_string(width) + "x" + std::to_string(height) + ".fit", width, height);

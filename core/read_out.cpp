@@ -1,4 +1,4 @@
-#include "viewer/read_out.h"
+#include "core/read_out.h"
 
 #include <algorithm>
 #include <cmath>
