@@ -260,17 +260,18 @@ void AlignFrames(TourGuide& tour) {
   tour.Choose("mnuModeSel_3");
   MarkFrames(tour);
   tour.Picture("aligner-marked");
+  tour.Choose("mnuModeSel_1");
+  tour.Press(tour.Shown(), "cmdAlign");
+  tour.Picture("aligner-mosaic");
+  tour.Press(tour.Shown(), "cmdCancel");
+  MarkFrames(tour);
+  tour.Choose("mnuModeSel_0");
   tour.Press(tour.Shown(), "cmdAlign");
   tour.Picture("aligner-cropped");
   ExpectFits(tour, "aligned_1.fts", "Option2", "aligner-save-options");
   for (const char* name : {"aligned_2.fts", "aligned_3.fts"}) ExpectFits(tour, name, "Option2", {});
   tour.Press(tour.Shown(), "cmdSave");
   tour.Picture("aligner-saved");
-  MarkFrames(tour);
-  tour.Choose("mnuModeSel_1");
-  tour.Press(tour.Shown(), "cmdAlign");
-  tour.Picture("aligner-mosaic");
-  tour.Press(tour.Shown(), "cmdCancel");
   tour.Choose("mnuFileSel_3");
 }
 
