@@ -90,12 +90,19 @@ void AverageDisplay(ConstGrayView a, ConstGrayView b, float m1, float m2, GrayVi
   Display<Sum>(a, b, m1 / (m1 + m2), m2 / (m1 + m2), result);
 }
 
+constexpr int kRun = 1 << 16;  // levels whose sum fits 32 bits, which vectors add twice as fast as 64
+
 // The mean of the pixels, without the padding.
 float MeanLevel(ConstGrayView levels) {
   std::uint64_t sum = 0;
   for (int y = 0; y < levels.height; ++y) {
     const std::uint8_t* row = levels.bits + (std::size_t)y * levels.stride;
-    for (int x = 0; x < levels.width; ++x) sum += row[x];
+    for (int x = 0; x < levels.width;) {
+      const int end = levels.width - x > kRun ? x + kRun : levels.width;
+      std::uint32_t part = 0;
+      for (; x < end; ++x) part += row[x];
+      sum += part;
+    }
   }
   return (float)((double)sum / ((double)levels.width * levels.height));
 }
