@@ -62,7 +62,7 @@ void HistogramPanel::LayOut() {
   const int line = fontMetrics().height();
   const int top = hasBar_ ? line + kGap : line / 2 + kGap;
   picHist->move(kLeft, top);
-  int bottom = top + kGraphHeight + kGap + line;
+  int bottom = top + kGraphHeight + qRound(kGap * TextScale(*this)) + line;
   if (hasBar_) {
     picCBar->move(kLeft + 1, bottom + kGap);
     bottom += kGap + kBarHeight + kGap + line;
@@ -152,7 +152,7 @@ void HistogramPanel::paintEvent(QPaintEvent*) {
 
 // Ends at the line of a count of 1, so that ticks and grid lines meet.
 GraphFrame HistogramPanel::Frame() const {
-  return {picHist->x(), picHist->y(), kGraphWidth, kGraphHeight - 1};
+  return {picHist->x(), picHist->y(), kGraphWidth, kGraphHeight - 1, TextScale(*this)};
 }
 
 void HistogramPanel::Graphscales(QPainter& painter) const {

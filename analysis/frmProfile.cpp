@@ -38,7 +38,7 @@ PictureBox* NewGraph(const char* name, const char* spokenName) {
 
 GraphFrame InnerFrame(const QWidget& window, const PictureBox& graph) {
   const QPoint corner = graph.mapTo(&window, QPoint(1, 1));
-  return {corner.x(), corner.y(), kWidth - 2, kHeight - 2};
+  return {corner.x(), corner.y(), kWidth - 2, kHeight - 2, TextScale(window)};
 }
 
 }  // namespace
@@ -80,7 +80,8 @@ QWidget* frmProfile::GraphColumn(PictureBox* graph, const char* title, const cha
                                  const char* left, const char* right) {
   auto* group = new QWidget;
   auto* column = new QVBoxLayout(group);
-  column->setContentsMargins(kLeftRoom, 0, 12, 0);
+  const float scale = TextScale(*this);
+  column->setContentsMargins(qRound(kLeftRoom * scale), 0, qRound(12 * scale), 0);
   column->setSpacing(3);
   column->addWidget(Named(PlainLabel(title), titleName), 0, Qt::AlignHCenter);
   column->addWidget(graph);

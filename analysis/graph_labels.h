@@ -13,6 +13,7 @@ struct GraphFrame {
   int top = 0;
   int width = 0;
   int height = 0;
+  float textScale = 1;  // how much larger the texts are than those the distances were made for
   int Right() const { return left + width - 1; }
   int Bottom() const { return top + height - 1; }
 };

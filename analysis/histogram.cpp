@@ -13,6 +13,7 @@ namespace corvane {
 namespace {
 
 constexpr int kGraphHeight = 160;  // units that whole decades share
+constexpr int kLastLevel = 256;    // its place in a frame, which begins one unit left of level 0
 constexpr int kDarkLevels = 26;    // 0..25, the darkest tenth
 
 // Rounded to 32 bits, so that a count of 1000 has the logarithm 3 and not a little less.
@@ -104,9 +105,11 @@ LevelAxis DataLevelAxis(int bytesPerPixel, float minimum, float maximum) {
 }
 
 std::vector<Label> LabelLevels(const LevelAxis& axis, const GraphFrame& frame) {
-  const float y = static_cast<float>(frame.Bottom() + 4);
-  return {{static_cast<float>(frame.left + axis.leftOffset), y, axis.left},
-          {static_cast<float>(frame.left + axis.rightOffset), y, axis.right}};
+  const float left = static_cast<float>(frame.left);
+  const float right = left + kLastLevel;
+  const float y = static_cast<float>(frame.Bottom()) + 4 * frame.textScale;
+  return {{left + frame.textScale * static_cast<float>(axis.leftOffset), y, axis.left},
+          {right + frame.textScale * static_cast<float>(axis.rightOffset - kLastLevel), y, axis.right}};
 }
 
 std::string HistogramCaption(int bytesPerPixel) {

@@ -40,16 +40,18 @@ int FreePositions(int pixelsToEdge) { return std::max(kPositions / 2 - pixelsToE
 
 // What both graphs print: the ends of the position axis, its middle, the value axis and its name.
 std::vector<Label> AxisLabels(const GraphFrame& frame, const char* right) {
+  const float scale = frame.textScale;
   const float left = static_cast<float>(frame.left);
   const float below = static_cast<float>(frame.Bottom() + 3);
   const float zero = static_cast<float>(frame.Bottom() - 1);  // the line y = 0
-  std::vector<Label> labels = {{left - 8, below, "-50"},
-                               {left + 97, below, "0"},
-                               {left + 192, below, right},
-                               {left - 12, zero - 8, "0"},
-                               {left - 26, zero - 250 - 8, "250"}};
+  const float middle = static_cast<float>(frame.top + 128);
+  std::vector<Label> labels = {{left - 8 * scale, below, "-50"},
+                               {left + 100 - 3 * scale, below, "0"},
+                               {left + 200 - 8 * scale, below, right},
+                               {left - 12 * scale, zero - 8 * scale, "0"},
+                               {left - 26 * scale, zero - 250 - 8 * scale, "250"}};
   const std::vector<Label> word =
-      VerticalWord("Luminance", left - 42, static_cast<float>(frame.top + 70), 13);
+      VerticalWord("Luminance", left - 42 * scale, middle - 58 * scale, 13 * scale);
   labels.insert(labels.end(), word.begin(), word.end());
   return labels;
 }

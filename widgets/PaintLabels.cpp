@@ -1,8 +1,14 @@
 #include "widgets/PaintLabels.h"
 
 #include <QPainter>
+#include <algorithm>
 
 namespace corvane {
+
+float TextScale(const QWidget& window) {
+  constexpr float kRoom = 23;  // between the label "250" of a profile and its graph
+  return std::max(1.0f, static_cast<float>(window.fontMetrics().horizontalAdvance("250")) / kRoom);
+}
 
 void PaintLabels(const QWidget& window, QPainter& painter, std::span<const Label> labels) {
   painter.setPen(window.palette().color(QPalette::WindowText));

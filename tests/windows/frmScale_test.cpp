@@ -36,6 +36,11 @@ TEST_F(ScaleWindow, OpensOnTheIdentity) {
   }
   for (const int level : {0, 128, 255}) EXPECT_TRUE(MapHas(level, level)) << level;
   EXPECT_FALSE(MapHas(128, 130));
+  const QRect map = Picture("picStretch").geometry();
+  const QImage around = Picture("picStretch").parentWidget()->grab().toImage();
+  EXPECT_EQ(InkRuns(around, {0, map.top(), map.left(), map.height()}, true).size(), 5u) << "FINAL";
+  for (const int y : {0, map.bottom() + 1})
+    EXPECT_FALSE(InkRuns(around, {0, y, around.width(), 18}).empty()) << y;
   std::vector<std::string> captions;
   for (int i = 0; i < Curve().count(); ++i) captions.push_back(Curve().itemText(i).toStdString());
   EXPECT_THAT(captions, ElementsAre("Linear Scale", "Logarithmic Scale", "Scale Exponent = 0.33",

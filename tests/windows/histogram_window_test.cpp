@@ -64,6 +64,29 @@ TEST_F(HistogramWindow, PaintsBarsAndGridPixelByPixel) {
   EXPECT_EQ(cv.HistDecades, 2);
 }
 
+TEST_F(HistogramWindow, PaintsItsLabelsClearOfEachOtherAtEveryTextSize) {
+  std::vector<double> values(20, -123456789.0);
+  values[0] = values[1] = 3e8;
+  OpenUserImage("a.fit", FitsImage(-32, 20, 1, values));
+  for (const double size : {1.0, 1.25, 1.5}) {
+    SCOPED_TRACE(size);
+    const LargerText text(size);
+    FTS_Hist window(cv, os);
+    const QImage shown = window.grab().toImage();
+    const auto& graph = Find<PictureBox>(window, "picHist");
+    const QRect place(graph.mapTo(&window, QPoint(0, 0)), graph.size());
+    const int line = window.fontMetrics().height();
+    const QRect ticks(place.right() + 4, place.top() - line / 2, 9, place.height() + line / 2);
+    EXPECT_EQ(InkRuns(shown, ticks, true).size(), 3u);
+    const QRect right(place.right() + 14, 0, shown.width() - place.right() - 14, place.bottom() + 2 * line);
+    EXPECT_EQ(InkRuns(shown, right, true).size(), 4u) << "three counts and the end of the level axis";
+    const QRect below(0, place.bottom() + 4, place.center().x(), line);
+    EXPECT_GT(InkRuns(shown, below).size(), 5u);
+    EXPECT_LT(InkRuns(shown, below).back().right(), place.center().x() - line);
+    EXPECT_EQ(InkRuns(shown, {0, 0, 17, place.bottom()}, true).size(), 6u) << "PIXELS";
+  }
+}
+
 class ToolHistogram : public AppDirFixture {
  protected:
   ToolHistogram() {
@@ -74,6 +97,13 @@ class ToolHistogram : public AppDirFixture {
   QColor At(int x, int y) { return Find<PictureBox>(panel, "picHist").Point(x, y); }
   HistogramPanel panel{HistogramPanel::Form::WithGrayBar};
 };
+
+TEST_F(ToolHistogram, NamesGraphAndBar) {
+  const QImage shown = panel.grab().toImage();
+  EXPECT_FALSE(InkRuns(shown, {0, 0, 258, panel.Graph()->y() - 2}).empty());
+  const int end = Find<PictureBox>(panel, "picCBar").geometry().bottom() + 1;
+  EXPECT_FALSE(InkRuns(shown, {0, end, 258, panel.height() - end}).empty());
+}
 
 TEST_F(ToolHistogram, KeepsItsGraphBelowTheClipMarkers) {
   panel.Keep(cv, kHist1);

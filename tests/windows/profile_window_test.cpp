@@ -83,5 +83,34 @@ TEST_F(ProfileWindow, TakesTheGridAwayUntilItIsRepainted) {
   EXPECT_FALSE(window.isVisible());
 }
 
+// Whatever the size of the texts: numbers beside the axes, the word beside the numbers.
+TEST_F(ProfileWindow, PaintsItsLabelsClearOfTheGraphsAndOfEachOther) {
+  Mark(300, 200, 150, 100);
+  for (const double size : {1.0, 1.25, 1.5}) {
+    const LargerText text(size);
+    frmProfile window(cv, os);
+    const QImage shown = window.grab().toImage();
+    const int line = window.fontMetrics().height();
+    for (const char* name : {"picXP", "picYP"}) {
+      SCOPED_TRACE(testing::Message() << name << " at " << size);
+      const auto& graph = Find<PictureBox>(window, name);
+      const QRect place(graph.mapTo(&window, QPoint(0, 0)), graph.size());
+      const int room = qRound(46 * size);
+      const QRect beside(place.left() - room, place.top() + line, room, place.height() - 2 * line);
+      const auto letters = InkRuns(shown, beside, true);
+      EXPECT_EQ(letters.size(), 10u) << "nine letters and a dot";
+      const QRect top(place.left() - room, place.top() - line / 2, room, line);
+      for (const QRect& band : {top, top.translated(0, 252)}) {
+        const auto digits = InkRuns(shown, band);
+        ASSERT_FALSE(digits.empty());
+        EXPECT_GT(digits.front().left(), InkRuns(shown, beside).back().right());
+        EXPECT_LT(digits.back().right(), place.left() - 1);
+      }
+      const QRect below(place.left() - line, place.bottom() + 2, place.width() + 2 * line, line);
+      EXPECT_GE(InkRuns(shown, below).size(), 3u);
+    }
+  }
+}
+
 }  // namespace
 }  // namespace corvane
