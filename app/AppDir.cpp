@@ -97,6 +97,13 @@ AppDir::AppDir(const std::filesystem::path& program, const std::filesystem::path
   if (state_ == State::Ready) RefillFiles(path_, installed_, usersOwn_);
 }
 
+bool AppDir::MayStart(Platform& os) const {
+  if (state_ == State::AlreadyRunning) os.Message("Corvane is already running.", "CORVANE");
+  if (state_ == State::NotWritable)
+    os.Message("Can't write to the folder " + path_.string() + ".", "CORVANE");
+  return state_ == State::Ready;
+}
+
 void AppDir::Refill() {
   std::error_code ignored;
   std::filesystem::create_directories(path_, ignored);

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/platform.h"
+
 namespace corvane {
 
 // The program's own folder: its shipped files and every working file. Locked for this run; the lock goes with
@@ -21,6 +23,8 @@ class AppDir {
   AppDir& operator=(const AppDir&) = delete;
 
   State GetState() const { return state_; }
+  // Says why the program can't start; true when it can.
+  bool MayStart(Platform& os) const;
   // Makes the folder and its shipped files again where they have vanished.
   void Refill();
   // The folder taken, or the last one tried.

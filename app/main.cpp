@@ -14,26 +14,7 @@
 #include "platform/QtText.h"
 #include "widgets/Emblem.h"
 
-namespace {
-
 using namespace corvane;
-
-// Says why the program can't start; true when it can.
-bool MayStart(const AppDir& appDir, Platform& os) {
-  switch (appDir.GetState()) {
-    case AppDir::State::Ready:
-      return true;
-    case AppDir::State::AlreadyRunning:
-      os.Message("Corvane is already running.", "CORVANE");
-      return false;
-    case AppDir::State::NotWritable:
-      os.Message("Can't write to the folder " + appDir.Path().string() + ".", "CORVANE");
-      return false;
-  }
-  return false;
-}
-
-}  // namespace
 
 int main(int argc, char** argv) {
   if (!PrepareProcess()) {
@@ -51,7 +32,7 @@ int main(int argc, char** argv) {
   app.ReportTo(&os);
   AppDir appDir(ToPath(QApplication::applicationDirPath()),
                 ToPath(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)));
-  if (!MayStart(appDir, os)) return 1;
+  if (!appDir.MayStart(os)) return 1;
 
   ModCV cv;
   cv.AppDir = appDir.Path();

@@ -125,7 +125,6 @@ bool RoomForOneMore(const ModCV& cv, Platform& os) {
 
 std::optional<int> OpenImage(ModCV& cv, Platform& os, const FileRequest& request) {
   if (!RoomForOneMore(cv, os)) return std::nullopt;
-  cv.LoadFailed = false;
   const FileChoice choice = os.OpenFile(request);
   if (choice.outcome == FileChoice::Outcome::Cancelled) return std::nullopt;
   if (choice.outcome == FileChoice::Outcome::Failed) {

@@ -13,9 +13,11 @@ namespace {
 
 TEST(ShortestDecimal, WritesPlainDigitsForSizesAndExponentsForExtremes) {
   const std::pair<float, const char*> cases[] = {
-      {600.0f, "600"},   {0.5f, "0.5"},    {-1.25f, "-1.25"},         {0.1f, "0.1"},
-      {0.0f, "0"},       {-0.0f, "0"},     {16777216.0f, "16777216"}, {1e10f, "10000000000"},
-      {1e-4f, "0.0001"}, {1e20f, "1E+20"}, {1e-10f, "1E-10"},
+      {600.0f, "600"},    {0.5f, "0.5"},        {-1.25f, "-1.25"},         {0.1f, "0.1"},
+      {0.0f, "0"},        {-0.0f, "0"},         {16777216.0f, "16777216"}, {1e10f, "10000000000"},
+      {1e-5f, "0.00001"}, {9.9e-6f, "9.9E-06"},
+
+      {1e15f, "1E+15"},
   };
   for (const auto& [value, text] : cases) EXPECT_EQ(ShortestDecimal(value), text);
 }

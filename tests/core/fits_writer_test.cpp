@@ -128,40 +128,44 @@ class FitsWriting : public AppDirFixture {
     cv.BytesPerPixel = 1;
     BuildFitsHeader(cv, "");
   }
-  std::vector<float> Prepared(std::initializer_list<float> values, int code) {
-    Hold(Floats(static_cast<int>(values.size()), 1, values), code);
-    PrepareSixteenBit(cv, 0, code);
-    return Values(cv.ImageData.View());
-  }
 };
 
-TEST_F(FitsWriting, IntegerDataKeepTheirValuesWhereTheyFit) {
-  using V = std::vector<float>;
-  EXPECT_EQ(Prepared({0, 12, 32767}, 2), (V{0, 12, 32767}));
-  EXPECT_EQ(Prepared({-100, 0, 900}, 2), (V{0, 100, 1000}));
-  EXPECT_EQ(cv.ImageMin, 0);
-  EXPECT_EQ(cv.ImageMax, 1000);
-  const float factor = 32767.0f / 60000.0f;
-  EXPECT_EQ(Prepared({0, 30000, 60000}, 4), (V{0, 30000 * factor, 60000 * factor}));
-  EXPECT_EQ(cv.ImageMax, 60000 * factor);
-  EXPECT_EQ(Prepared({-1000, 0, 64000}, 4), (V{0, 1000.0f * 32767.0f / 65000.0f, 32767}));
-  EXPECT_EQ(cv.ImageMax, 32767);
-}
-
-TEST_F(FitsWriting, FloatDataAreSpreadOverTheWholeRange) {
-  using V = std::vector<float>;
-  EXPECT_EQ(Prepared({0.25f, 0.5f, 1.25f}, -4), (V{0, 0.25f * 32767, 32767}));
-  EXPECT_EQ(cv.ImageMin, 0);
-  EXPECT_EQ(cv.ImageMax, 32767);
-  EXPECT_EQ(Prepared({7, 7}, -4), (V{0, 0}));
-  const std::vector<float> withBlank = Prepared({1, std::nanf(""), 2}, -4);
-  EXPECT_EQ(withBlank[0], 0);
-  EXPECT_TRUE(std::isnan(withBlank[1]));
-  EXPECT_EQ(withBlank[2], 32767);
+// Every value goes through the stated operations in single precision, and so do the ends of the range.
+TEST_F(FitsWriting, DataAreBroughtIntoTheRangeOfTheirKind) {
+  using Rule = float (*)(float);
+  const struct {
+    int code;
+    float lowest, highest;
+    Rule rule;
+  } cases[] = {
+      {2, 0, 32767, [](float v) { return v; }},
+      {2, 12, 900, [](float v) { return v; }},
+      {2, -100, 900, [](float v) { return v + 100; }},
+      {4, 20, 60001, [](float v) { return v * (32767.0f / 60001.0f); }},
+      {4, -1000, 64001, [](float v) { return (v + 1000) * 32767.0f / 65001.0f; }},
+      {-4, 0.25f, 1.27f, [](float v) { return (v - 0.25f) * (32767.0f / (1.27f - 0.25f)); }},
+      {-4, -7e8f, 3e5f, [](float v) { return (v + 7e8f) * (32767.0f / (3e5f + 7e8f)); }},
+      {-4, 7, 7, [](float v) { return v - 7; }},
+  };
+  for (const auto& [code, lowest, highest, rule] : cases) {
+    SCOPED_TRACE(testing::Message() << code << ": " << lowest << " to " << highest);
+    FloatImage data = NoiseFloats(200, 1, 3, lowest, highest);
+    data.Edit().values[0] = lowest;
+    data.Edit().values[1] = highest;
+    std::vector<float> expected = Values(data.View());
+    std::transform(expected.begin(), expected.end(), expected.begin(), rule);
+    Hold(data, code);
+    PrepareSixteenBit(cv, 0, code);
+    EXPECT_EQ(Values(cv.ImageData.View()), expected);
+    EXPECT_EQ(std::pair(cv.ImageMin, cv.ImageMax), std::pair(expected[0], expected[1]));
+  }
+  const float blank = std::nanf("");
+  EXPECT_TRUE(std::isnan(IntoSixteenBitRange(Floats(3, 1, {1, blank, 2}), -4).values.View().At(1, 0)));
 }
 
 TEST_F(FitsWriting, PreparingLeavesTheSlotAloneAndTakesThePrecisionItIsGiven) {
-  Prepared({-100, 900}, 2);
+  Hold(Floats(2, 1, {-100, 900}), 2);
+  PrepareSixteenBit(cv, 0, 2);
   EXPECT_EQ(Values(cv.SlotData[0].View()), (std::vector<float>{-100, 900}));
   cv.SlotBytesPerPixel[0] = 1;  // a magnified picture was committed meanwhile
   PrepareSixteenBit(cv, 0, 2);

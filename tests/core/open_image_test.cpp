@@ -9,6 +9,7 @@
 #include "core/working_files.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/failing_calls.h"
+#include "tests/support/file_limit.h"
 #include "tests/support/file_makers.h"
 #include "tests/support/images.h"
 #include "tests/support/quiet_platform.h"
@@ -57,8 +58,10 @@ TEST_F(Opening, FillsTheNextSlot) {
   std::filesystem::create_directory(UserFile("night"));
   os.ChooseToOpen(MakeFits("night/a.fits", 200));
   EXPECT_EQ(OpenImage(cv, os, OpenRequest(cv, "File to View")), 0);
+  EXPECT_EQ(cv.DefaultDir, UserFile("night"));
   EXPECT_EQ(Open(MakeBitmap("b.bmp", 77)), 1);
   EXPECT_EQ(cv.ImageCount, 2);
+  EXPECT_EQ(os.hourglasses, 2);
   EXPECT_EQ(cv.CurrentSlot, 1);
   EXPECT_EQ(cv.OpenTitle, "b.bmp");
   EXPECT_EQ(cv.DefaultDir, UserFile("").parent_path());
@@ -118,10 +121,12 @@ TEST_F(Opening, ARefusedFileLeavesTheSlotsAsTheyWere) {
     os.VerifyScript();
     EXPECT_EQ(LastingState(), before);
     EXPECT_FALSE(os.busy);
+    EXPECT_EQ(Open(MakeFits("good.fts", 9)), 3) << "the next one is none the worse for it";
+    CloseImage(cv, os);
   }
 }
 
-TEST_F(Opening, AMissingTemplateLeavesNoSlotAndNoHalfAFile) {
+TEST_F(Opening, AMissingTemplateOrAFullDiskLeavesNoSlotAndNoHalfAFile) {
   OpenThree();
   const std::string before = LastingState();
   std::filesystem::remove(AppFile(kGrayTemplate));
@@ -130,6 +135,13 @@ TEST_F(Opening, AMissingTemplateLeavesNoSlotAndNoHalfAFile) {
     EXPECT_EQ(Open(path), std::nullopt);
     EXPECT_EQ(LastingState(), before);
   }
+  std::filesystem::copy_file(AssetFolder() / kGrayTemplate, AppFile(kGrayTemplate));
+  for (const auto& path : {MakeFits("d.fts", 9), MakeBitmap("d.bmp", 9)}) {
+    const FileSizeLimit disk(500);
+    os.Expect("FILE OPEN ERROR", "The file \"3temp.bmp\" can't be written. Error Number 27");
+    EXPECT_EQ(Open(path), std::nullopt);
+  }
+  EXPECT_EQ(LastingState(), before);
 }
 
 TEST_F(Opening, ClosingMovesTheLaterSlotsDown) {

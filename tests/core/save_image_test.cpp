@@ -70,6 +70,7 @@ class Saving : public AppDirFixture {
 };
 
 TEST_F(Saving, AsksForAFileOfAKnownKind) {
+  cv.SaveDir = UserFile("saved");
   const FileRequest request = SaveRequest(cv, "Save Image As...");
   EXPECT_EQ(request.filter,
             "Bitmap File (*.bmp)|*.bmp|FITS File ( *.fts,*.FTS,*.fit,*.FIT)|*.fts;*.FTS;*.fit;*.FIT;*.fits|");
@@ -176,7 +177,9 @@ TEST_F(Saving, WhatWasWrittenIsWhatIsReadBack) {
     Answer(bytes, "there and back");
     ASSERT_EQ(LoadDisplayBits(cv, cv.SlotBitmap(1)), std::nullopt);
     cv.SlotBytesPerPixel[1] = 2;
+    os.hourglasses = 0;
     ASSERT_TRUE(Save(Of(UserFile("a.fts"), cv.SlotBitmap(1))));
+    EXPECT_GT(os.hourglasses, 0);
     const auto slot = OpenImageFile(cv, os, UserFile("a.fts"));
     ASSERT_TRUE(slot);
     EXPECT_EQ(Values(cv.SlotData[*slot].View()), Values(cv.SlotData[1].View()));

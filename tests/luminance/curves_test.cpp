@@ -56,6 +56,8 @@ TEST(EveryCurve, IsBlackAtTheLowClipAndWhiteAboveTheHighOne) {
       for (int level = low + 1; level < 256; ++level) EXPECT_GE(table[level], table[level - 1]);
       // The three constants for one third leave the high clip itself up to half a level short.
       for (int level = high; level < 256; ++level) EXPECT_EQ(table[level], 255);
+      for (int d = 0; mode == 1 && d <= high - low; ++d)
+        EXPECT_NEAR(table[low + d], 255 * std::log(d + 1.0) / std::log(high - low + 1.0), 0.5000001);
     }
   }
 }

@@ -17,8 +17,8 @@ class AppDirFixture : public testing::Test {
  protected:
   AppDirFixture();
 
-  // A path in the user's folder, where DefaultDir, SaveDir and the documents directory point.
-  std::filesystem::path UserFile(const std::string& name) const { return cv.DefaultDir / name; }
+  // A path in the user's folder, where DefaultDir, SaveDir and the documents directory point at first.
+  std::filesystem::path UserFile(const std::string& name) const { return folder.Path() / "user" / name; }
   // Writes a file there.
   std::filesystem::path MakeUserFile(const std::string& name, std::string_view bytes) const;
   // Opens an image from there; the slot it fills.

@@ -59,6 +59,7 @@ class ScriptedPlatform : public Platform {
   std::vector<std::pair<std::filesystem::path, std::string>> helpCalls;  // file, topic
 
   bool busy = false;
+  int hourglasses = 0;  // times that the cursor became busy
   int yields = 0;
   std::function<void()> onYield;  // runs in the middle of whatever yields
 
@@ -71,7 +72,10 @@ class ScriptedPlatform : public Platform {
   void OpenHelp(const std::filesystem::path& file, const std::string& topic) override {
     helpCalls.emplace_back(file, topic);
   }
-  void BusyCursor(bool on) override { busy = on; }
+  void BusyCursor(bool on) override {
+    hourglasses += on && !busy;
+    busy = on;
+  }
   void Yield() override {
     ++yields;
     if (onYield) onYield();

@@ -16,7 +16,9 @@ class AppDirTest : public AppDirFixture {
   }
 };
 
-TEST_F(AppDirTest, IsTheFolderOfTheProgram) {
+TEST_F(AppDirTest, IsTheFolderOfTheProgramWhateverIsInstalledBesideIt) {
+  std::filesystem::create_directories(folder.Path() / "share");
+  std::filesystem::copy(cv.AppDir, folder.Path() / "share" / "corvane");
   const AppDir appDir(cv.AppDir, Data());
   EXPECT_EQ(appDir.GetState(), AppDir::State::Ready);
   EXPECT_EQ(appDir.Path(), cv.AppDir);
@@ -62,7 +64,8 @@ TEST_F(AppDirTest, FindsTheSamplesBesideTheProgram) {
 TEST_F(AppDirTest, ThatCannotBeWrittenAnywhereIsNamed) {
   const AppDir appDir("/nowhere", "/proc/self/nowhere");
   EXPECT_EQ(appDir.GetState(), AppDir::State::NotWritable);
-  EXPECT_EQ(appDir.Path(), "/proc/self/nowhere");
+  os.Expect("CORVANE", "Can't write to the folder /proc/self/nowhere.");
+  EXPECT_FALSE(appDir.MayStart(os));
 }
 
 TEST_F(AppDirTest, GetsItsMissingAndDamagedFilesBack) {
@@ -102,6 +105,9 @@ TEST_F(AppDirTest, BelongsToOneProgramAtATime) {
     WriteFile(AppFile(kGrayTemplate), "damaged");
     const AppDir second(cv.AppDir, Data());
     EXPECT_EQ(second.GetState(), AppDir::State::AlreadyRunning);
+    os.Expect("CORVANE", "Corvane is already running.");
+    EXPECT_FALSE(second.MayStart(os));
+    EXPECT_TRUE(first.MayStart(os));
     EXPECT_EQ(ReadFile(AppFile("0temp.bmp")), "picture of the first");
     EXPECT_EQ(ReadFile(AppFile(kGrayTemplate)), "damaged");
     EXPECT_FALSE(std::filesystem::exists(Data()));

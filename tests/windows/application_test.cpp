@@ -62,6 +62,16 @@ TEST_F(Application, GivesEveryControlANameToSpeak) {
     }
 }
 
+TEST_F(Application, HasADefaultButtonInEveryDialog) {
+  std::string buttons;
+  for (const Dialog kind : kDialogs) {
+    const auto dialog = MakeDialog(kind, cv, os);
+    for (const auto* button : dialog->findChildren<QPushButton*>())
+      if (button->isDefault()) buttons += button->objectName().toStdString() + ' ';
+  }
+  EXPECT_EQ(buttons, "cmdOK cmdClose cmdClose cmdApply cmdOK cmdClose cmdApply cmdOK cmdApply ");
+}
+
 TEST_F(Application, PlacesDialogsBesideTheMainWindowAndOnTheScreen) {
   ApplicationDesk real(cv, os);
   const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
@@ -165,18 +175,45 @@ class Program : public AppDirFixture {
     process.start(ToQt(AppFile("corvane")), QStringList());
     return QTest::qWaitFor([this] { return !std::filesystem::exists(AppFile("3temp.bmp")); }, 30000);
   }
+  // The screenless platform says once that it sets no limits to the size of a window, when it shows one.
+  static bool ShowsAWindow(QProcess& program) {
+    QByteArray said;
+    return QTest::qWaitFor(
+        [&] { return (said += program.readAllStandardError()).contains("propagateSizeHints"); }, 30000);
+  }
+  bool Ignores(int number) {
+    const std::string status = ReadFile("/proc/" + std::to_string(process.processId()) + "/status");
+    return std::stoull(status.substr(status.find("SigIgn:") + 7), nullptr, 16) >> (number - 1) & 1;
+  }
   QProcess process;
 };
 
-TEST_F(Program, EndsWithStatusZeroWhenItIsAskedToEnd) {
+TEST_F(Program, EndsAsExitDoesWhenItIsAskedToFromOutside) {
+  const std::filesystem::path settings = folder.Path() / "config/Corvane/Corvane_2.conf";
   for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
     SCOPED_TRACE(number);
     ASSERT_TRUE(Start());
+    ASSERT_TRUE(ShowsAWindow(process));
+    EXPECT_TRUE(Ignores(SIGXFSZ) && Ignores(SIGPIPE)) << "a failed write is a message, not the end";
+    WriteFile(AppFile("dummy.bmp"), "a view");
     kill(static_cast<pid_t>(process.processId()), number);
     ASSERT_TRUE(process.waitForFinished());
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_FALSE(std::filesystem::exists(AppFile("dummy.bmp")));
+    EXPECT_TRUE(std::filesystem::remove(settings));
   }
+}
+
+TEST_F(Program, KeepsItsFilesWhenItIsStartedASecondTime) {
+  ASSERT_TRUE(Start());
+  WriteFile(AppFile("0temp.bmp"), "a picture of the first");
+  QProcess second;
+  second.start(ToQt(AppFile("corvane")), QStringList());
+  ASSERT_TRUE(ShowsAWindow(second)) << "the message";
+  EXPECT_TRUE(std::filesystem::exists(AppFile("0temp.bmp")));
+  second.kill();
+  second.waitForFinished();
 }
 
 }  // namespace

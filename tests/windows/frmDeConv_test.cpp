@@ -122,6 +122,7 @@ TEST_F(Deconvolution, RefusesARadiusOutsideItsLimits) {
     os.VerifyScript();
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(Find<QLineEdit>(dialog, "txbRad").text(), c.box);
+    EXPECT_EQ(Find<QLineEdit>(dialog, "txbRad").selectedText(), c.box);
     EXPECT_EQ(Find<QSpinBox>(dialog, "UpDown1").value(), static_cast<int>(10 * c.radius));
     EXPECT_EQ(dialog.focusWidget()->objectName(), "txbRad");
     EXPECT_EQ(cv.DeconvRadius, c.radius);

@@ -16,7 +16,8 @@ using testing::ElementsAreArray;
 
 class ViewerFiles : public ViewerFixture {
  protected:
-  void Drop(const QList<QUrl>& urls) {
+  // Whether the window takes them.
+  bool Drop(const QList<QUrl>& urls) {
     QMimeData data;
     data.setUrls(urls);
     QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
@@ -24,6 +25,7 @@ class ViewerFiles : public ViewerFixture {
     QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(window.get(), &drop);
     QCoreApplication::processEvents();
+    return enter.isAccepted();
   }
   const std::string sixteen = FitsImage(16, 3, 2, {0, 1000, 2000, 3000, 4000, 5000});
 };
@@ -210,13 +212,23 @@ TEST_F(ViewerFiles, PrintsThePictureShownOnItsPlace) {
   Choose("mnuFileSel_8");
 }
 
+TEST_F(ViewerFiles, TakesNoDroppedFilesWhileItSaves) {
+  OpenFile("a.fit", sixteen);
+  desk.dialogs[Dialog::SaveOptions] = [this] {
+    EXPECT_FALSE(Drop({QUrl::fromLocalFile(ToQt(UserFile("a.fit")))}));
+    cv.BytesPerPixel = 1;
+  };
+  SaveTo("b.fit");
+  EXPECT_THAT(List(), ElementsAre("b.fit"));
+}
+
 TEST_F(ViewerFiles, OpensDroppedFilesInOrder) {
   const auto url = [&](const char* name, std::string_view bytes) {
     return QUrl::fromLocalFile(ToQt(MakeUserFile(name, bytes)));
   };
   os.Expect("UNRECOGNISED FILE EXTENSION ", testing::_);
-  Drop({url("1.fit", sixteen), QUrl("http://example.org/2.fit"), url("notes.txt", "x"),
-        url("3 \xc3\xa9.fts", Slope(4, 4))});
+  EXPECT_TRUE(Drop({url("1.fit", sixteen), QUrl("http://example.org/2.fit"), url("notes.txt", "x"),
+                    url("3 \xc3\xa9.fts", Slope(4, 4))}));
   EXPECT_THAT(List(), ElementsAre("1.fit", "3 \xc3\xa9.fts"));
   EXPECT_EQ(cv.CurrentSlot, 1);
   EXPECT_EQ(cv.DefaultDir, UserFile("x").parent_path());

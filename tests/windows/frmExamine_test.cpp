@@ -5,6 +5,7 @@
 #include <QToolButton>
 #include <QWheelEvent>
 
+#include "tests/support/file_limit.h"
 #include "tests/windows/viewer_fixture.h"
 
 namespace corvane {
@@ -28,6 +29,10 @@ TEST_F(Viewer, StartsEmptyWithNothingToSaveOrClose) {
   Hover(3, 3);
   Click(3, 3);
   EXPECT_EQ(Readout(), "  ");
+  auto& text = *Find<QWidget>(*window, "Picture1").findChild<QLabel*>();
+  EXPECT_TRUE(text.isVisible());
+  OpenSlope("small.fit", 5, 2);
+  EXPECT_FALSE(text.isVisible());
 }
 
 TEST_F(Viewer, HasAButtonForEachKeyThatIsItsMenuItem) {
@@ -73,6 +78,12 @@ TEST_F(Viewer, KeepsTheImageShownWhenAFileIsRefusedAndTheViewWhenADialogIsCancel
   OpenFile("cut.fit", damaged);
   os.Expect("UNRECOGNISED FILE EXTENSION ", "File extension must be '.bmp', '.fit', '.fts' or '.ftz'.");
   OpenFile("image.Fit", Slope(2, 2));
+  os.ChooseToOpen(MakeUserFile("large.fit", Slope(60, 50)));
+  os.Expect("FILE OPEN ERROR", HasSubstr("can't be written"));
+  {
+    const FileSizeLimit full(2000);
+    Choose("mnuFileSel_0");
+  }
   EXPECT_THAT(List(), ElementsAre("good.fit"));
   EXPECT_EQ(ShownLevels(), before);
   ExpectPictureIsWhole();
@@ -120,11 +131,20 @@ TEST_F(Viewer, ClearsTheReadoutBesideThePicture) {
     Bar(bar).setValue(5);
     EXPECT_EQ(Readout(), "  ") << bar;
   }
+  QEvent leave(QEvent::Leave);
+  Hover(1, 499);
+  QApplication::sendEvent(&Picture(), &leave);
+  EXPECT_EQ(Readout(), "  ");
 }
 
 TEST_F(Viewer, MarksPixelsByMouseAndArrowKeysInsideThePicture) {
   OpenSlope("a.fit", 20, 10);
+  auto& list = Find<QComboBox>(*window, "Combo1");
+  list.setFocus();
+  EXPECT_FALSE(Item("mnuToolSel_2").isEnabled());
   Click(4, 6);
+  EXPECT_TRUE(Item("mnuToolSel_2").isEnabled());
+  EXPECT_EQ(window->focusWidget(), &Picture());
   EXPECT_EQ(Readout().substr(0, 4), "5 7 ");
   const auto isMarked = [&](int x, int y) { return Picture().Point(x, y) == QColor(0, 255, 0); };
   for (int distance = 1; distance <= 4; ++distance)  // the arms of the cross
@@ -135,12 +155,14 @@ TEST_F(Viewer, MarksPixelsByMouseAndArrowKeysInsideThePicture) {
   EXPECT_EQ(cv.XProfile.size(), 20u);
   EXPECT_EQ(cv.YProfile.size(), 10u);
   Hover(0, 0);  // the marker holds the read-out
+  Mouse(Find<QWidget>(*window, "frImage"), QEvent::MouseMove, {1, 1});
   EXPECT_EQ(Readout().substr(0, 4), "5 7 ");
 
   for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Right, Qt::Key_Down})
     QTest::keyClick(&Picture(), key);
   EXPECT_EQ(cv.MarkX, 5);
   EXPECT_EQ(cv.MarkY, 7);
+  EXPECT_FALSE(isMarked(4, 3)) << "the cross has moved";
   const auto press = [&](Qt::Key first, Qt::Key second, int times) {
     for (int i = 0; i < times; ++i)
       for (const Qt::Key key : {first, second}) QTest::keyClick(&Picture(), key);
@@ -155,12 +177,12 @@ TEST_F(Viewer, MarksPixelsByMouseAndArrowKeysInsideThePicture) {
   Mouse(Picture(), QEvent::MouseButtonDblClick, At(8, 3), Qt::LeftButton, Qt::LeftButton);
   EXPECT_EQ(Readout().substr(0, 4), "9 4 ");
   // The list has no use for these keys.
-  auto& list = Find<QComboBox>(*window, "Combo1");
   list.setFocus();
   for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Left, Qt::Key_Right}) QTest::keyClick(&list, key);
   EXPECT_EQ(Readout().substr(0, 4), "8 4 ");
 
   Click(3, 3, Qt::RightButton);
+  EXPECT_FALSE(Item("mnuToolSel_2").isEnabled());
   EXPECT_EQ(Readout(), "  ");
   EXPECT_NE(Picture().Point(7, 3), QColor(0, 255, 0));
   Hover(2, 2);
@@ -246,14 +268,25 @@ TEST_F(Viewer, ScrollsPicturesThatAreLargerThanTheViewport) {
   wheel(5, Qt::ShiftModifier);
   EXPECT_EQ(Picture().pos(), QPoint(0, 0));
 
+  const std::pair<Qt::Key, QPoint> keys[] = {
+      {Qt::Key_Right, {-24, 0}}, {Qt::Key_Down, {-24, -24}}, {Qt::Key_Left, {0, -24}}, {Qt::Key_Up, {0, 0}}};
+  for (const auto& [key, place] : keys) {
+    QTest::keyClick(&Picture(), key);
+    EXPECT_EQ(Picture().pos(), place);
+  }
+
   const QPoint grip(300, 200);
   Mouse(Picture(), QEvent::MouseButtonPress, grip, Qt::MiddleButton, Qt::MiddleButton);
-  Mouse(Picture(), QEvent::MouseMove, grip - QPoint(30, 20), Qt::NoButton, Qt::MiddleButton);
+  for (int i = 0; i < 2; ++i)  // the picture follows, so the pointer is over the same pixel again
+    Mouse(Picture(), QEvent::MouseMove, grip - QPoint(30, 20), Qt::NoButton, Qt::MiddleButton);
   Mouse(Picture(), QEvent::MouseButtonRelease, grip, Qt::MiddleButton);
-  EXPECT_EQ(Picture().pos(), QPoint(-30, -20));
+  EXPECT_EQ(Picture().pos(), QPoint(-60, -40));
   Hover(50, 450);  // the drag is over
-  EXPECT_EQ(Picture().pos(), QPoint(-30, -20));
+  EXPECT_EQ(Picture().pos(), QPoint(-60, -40));
   EXPECT_EQ(Readout().substr(0, 7), "51 451 ");
+  ranges(720, 500);
+  EXPECT_EQ(Picture().pos(), QPoint(0, 0));
+  EXPECT_EQ(std::pair(Bar("hsbHor").value(), Bar("vsbVert").value()), std::pair(0, 0));
 }
 
 TEST_F(Viewer, ClosesTheMiddleImageAndShowsTheLast) {
@@ -358,6 +391,28 @@ TEST_F(Viewer, HintsAtLuminanceScalingWhereNearlyAllIsDark) {
   EXPECT_THAT(Status(), HasSubstr("Luminance Scaling"));
   OpenSlope("bright.fit", 10, 10);
   EXPECT_EQ(Status(), "");
+  for (const char* hint : {"Luminance Scaling", ""}) {
+    Choose("mnuFileSel_2");
+    EXPECT_THAT(Status(), hint[0] ? testing::Matcher<std::string>(HasSubstr(hint)) : "");
+  }
+}
+
+TEST_F(Viewer, ReadsThePictureAgainAfterADialogThatReadsPictures) {
+  OpenSlope("a.fit", 9, 4);
+  desk.dialogs[Dialog::Histogram] = [this] { cv.DisplayBits[0] ^= 0xff; };
+  Choose("mnuToolSel_1");
+  ExpectPictureIsWhole();
+}
+
+TEST_F(Viewer, ShowsTheHourglassForWhatTakesLong) {
+  OpenSlope("a.fit", 9, 4);
+  ChooseBits(8);
+  for (const char* item : {"mnuToolSel_6", "mnuToolSel_13", "mnuToolSel_10"}) {
+    os.hourglasses = 0;
+    Choose(item);
+    EXPECT_GT(os.hourglasses, 0) << item;
+    EXPECT_FALSE(os.busy);
+  }
 }
 
 TEST_F(Viewer, LetsShortcutsWorkFromEveryFocus) {

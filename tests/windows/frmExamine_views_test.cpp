@@ -90,6 +90,18 @@ TEST_F(ViewerViews, ShowPseudoColorInTheChosenPalette) {
   EXPECT_EQ(std::set<QRgb>(middle.begin(), middle.end()).size(), 3u);
 }
 
+TEST_F(ViewerViews, KeepTheColorsOfAKeptPictureUnlessTheyMoveItsPixels) {
+  OpenSlope("a.fit", 7, 5);
+  Choose("mnuToolSel_7");
+  ChooseTool("mnuToolSel_18");
+  window->Unload();
+  Start();
+  for (const ViewEntry& view : ViewTable()) {
+    Choose(ItemOf(view).c_str());
+    EXPECT_EQ(Picture().Flattened().allGray(), view.menuIndex >= kRotate90) << view.menuIndex;
+  }
+}
+
 TEST_F(ViewerViews, ReadOutTheDataOfTheirOwnPixels) {
   OpenFile("a.fit", FitsImage(16, 3, 2, {0, 1000, 2000, 3000, 4000, 5000}));
   Choose("mnuToolSel_13");  // the right column of the image is the top row now

@@ -48,6 +48,7 @@ TEST_F(PowerWindow, TakesMagnitudesFromATenthToTenAndNothingElse) {
     Enter(text);
     EXPECT_TRUE(window->isVisible()) << text;
     EXPECT_EQ(window->focusWidget(), &Find<QLineEdit>(*window, "txbExp")) << text;
+    EXPECT_EQ(Find<QLineEdit>(*window, "txbExp").selectedText(), text);
   };
   for (const char* text : {"10.01", "0.09", "0", "-11", "1e30"})
     expectRefused(text, "EXPONENT ERROR", "The exponent must be between 0.1 and 10.");

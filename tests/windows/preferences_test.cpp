@@ -82,6 +82,7 @@ TEST_F(Preferences, TextThatIsNoNumberIsRefused) {
     Press(window, "cmdSave");
     os.VerifyScript();
     EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.focusWidget()->objectName(), "Text1");
     EXPECT_EQ(InForce(), std::tuple(5, 1, 2, 0));
     EXPECT_TRUE(os.settings.empty());
   }
@@ -102,6 +103,7 @@ TEST_F(Preferences, ANumberBeyondTheLimitsIsSetToTheLimitFirst) {
     EXPECT_EQ(Text1.text(), QString::number(limit));
     EXPECT_EQ(Find<QSpinBox>(window, "UpDown1").value(), limit);
     EXPECT_EQ(window.focusWidget(), &Text1);
+    EXPECT_EQ(Text1.selectedText(), Text1.text());
     Press(window, "cmdApply");
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(cv.RasterCycles, limit);

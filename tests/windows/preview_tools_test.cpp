@@ -86,6 +86,7 @@ INSTANTIATE_TEST_SUITE_P(Tools, EveryPreviewTool, testing::ValuesIn(kTools),
 
 TEST_P(EveryPreviewTool, AppliesUndoesAndRedoes) {
   cv.ImageChanged = true;  // of an earlier tool
+  cv.LumHist.fill(9);
   OpenEveryLevel();
   EXPECT_EQ(Title(), TitleOf("levels.fit"));
   EXPECT_EQ(State(), kUnchanged);
@@ -93,6 +94,7 @@ TEST_P(EveryPreviewTool, AppliesUndoesAndRedoes) {
   EXPECT_THAT(WorkingFiles(), ElementsAre("0temp.bmp", "hist1.bmp"));
   const std::vector<int> before = FileLevels("0temp.bmp");
   EXPECT_EQ(Shown(), before);
+  EXPECT_EQ(std::pair(cv.LumHist[3], cv.LumHist[4]), std::pair(2.0f, 1.0f));
   const QImage bareGraph = Graph();
   SetAll(*window, GetParam());
   const QImage plainGraph = Graph();
@@ -116,14 +118,32 @@ TEST_P(EveryPreviewTool, AppliesUndoesAndRedoes) {
   expectShown(true);
   // The last round starts from the picture, not from the first result.
   for (const char* again : {"cmdRedo", "cmdApply"}) {
+    os.hourglasses = 0;
     Press(*window, "cmdCancel");
     expectShown(false);
+    EXPECT_GT(os.hourglasses, 0);
     Press(*window, again);
     expectShown(true);
   }
   Press(*window, "cmdCancel");
   Picture("picHist").Clear();
   EXPECT_EQ(Graph(), bareGraph) << "no mark is part of the kept graph";
+}
+
+TEST_P(EveryPreviewTool, LeadsTheFocusThroughItsControlsInOrderAndExplainsItsButtons) {
+  OpenEveryLevel();
+  std::string order;
+  const QWidget* control = window->focusWidget();
+  for (int steps = 0; steps < 60; ++steps, control = control->nextInFocusChain())
+    if (control->focusPolicy() & Qt::TabFocus) order += control->objectName().toStdString() + ' ';
+  const bool scales = GetParam().window == Window::Scale;
+  EXPECT_THAT(order,
+              testing::StartsWith(std::string(scales ? "Combo1 sldLow sldHigh " : "sldLow sldHigh sldClr ") +
+                                  "cmdApply cmdCancel cmdRedo cmdSave "));
+  const auto tip = [this](const char* name) { return Find<QWidget>(*window, name).toolTip().toStdString(); };
+  EXPECT_EQ(tip("cmdCancel"), "Return to Original Image");
+  EXPECT_EQ(tip("cmdRedo"), scales ? "Show the Scaled Image" : "Show the Stretched Image");
+  EXPECT_EQ(tip("cmdSave"), "Save as Working Image");
 }
 
 TEST_P(EveryPreviewTool, DisablesRedoWhenAControlChanges) {
@@ -168,10 +188,12 @@ TEST_P(EveryPreviewTool, SavesTheResultAndGoesOnFromIt) {
     const std::vector<int> saved = Shown();
     SetAll(*window, GetParam());
     const QImage savedGraph = Graph();
+    const QString savedMeaning = Picture("picHist").accessibleDescription();
     Press(*window, "cmdApply");
     Press(*window, "cmdCancel");
     EXPECT_EQ(Shown(), saved);
     EXPECT_EQ(Graph(), savedGraph);
+    EXPECT_EQ(Picture("picHist").accessibleDescription(), savedMeaning);
   }
 }
 
