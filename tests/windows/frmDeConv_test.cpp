@@ -82,6 +82,7 @@ TEST_F(Deconvolution, ShowsTheSettingsInForceAndTakesTheModeAtOnce) {
   EXPECT_EQ(txbRad.text(), "0.5");
   Type(dialog, "7.24");
   EXPECT_EQ(UpDown1.value(), 72);
+  EXPECT_EQ(txbRad.text(), "7.24");
   QTest::keyClick(&txbRad, Qt::Key_Up);
   EXPECT_EQ(txbRad.text(), "7.3");
   EXPECT_EQ(cv.DeconvRadius, 2.5f);

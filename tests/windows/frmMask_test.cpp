@@ -65,6 +65,8 @@ TEST_F(MaskWindow, KeepsItsBoundsApartAndTheColorFree) {
   EXPECT_TRUE(MapHas(50, 255) && MapHas(108, 108) && MapHas(200, 255));
   Slider("sldClr").setValue(30);
   EXPECT_TRUE(MapHas(50, 30) && !MapHas(50, 255));
+  Slider("sldHigh").setValue(140);
+  EXPECT_TRUE(MapHas(130, 130));
 }
 
 TEST_F(MaskWindow, SavesEightBitsOnlyUnderTheNewName) {
@@ -78,6 +80,7 @@ TEST_F(MaskWindow, SavesEightBitsOnlyUnderTheNewName) {
   EXPECT_THAT(std::vector<float>(values.begin(), values.begin() + 11),
               ElementsAre(128, 128, 128, 76, 102, 128, 153, 178, 128, 128, 128));
   EXPECT_EQ(SliderLabels(), "0 255 0");
+  EXPECT_TRUE(MapHas(100, 100) && !MapHas(255, 128)) << "the identity again";
 }
 
 }  // namespace

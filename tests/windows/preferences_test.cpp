@@ -124,6 +124,9 @@ TEST_F(Preferences, ArrowsAndKeysStepTheTypedNumberWithinItsLimits) {
   Text1.setText("x");
   UpDown1.stepDown();
   EXPECT_EQ(Text1.text(), "126");
+  Text1.setText("2.7");
+  Press(window, "cmdApply");
+  EXPECT_EQ(cv.RasterCycles, 3);
 }
 
 }  // namespace

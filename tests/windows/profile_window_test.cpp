@@ -60,10 +60,10 @@ TEST_F(ProfileWindow, TakesTheGridAwayUntilItIsRepainted) {
   window.show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
   QTest::qWait(0);
-  const auto hasGrid = [&](const char* graph) { return At(window, graph, 10, 240) == kGridLine; };
+  const auto hasGrid = [&](const char* graph) { return At(window, graph, 190, 240) == kGridLine; };
   const auto both = [&] {
     EXPECT_EQ(hasGrid("picXP"), hasGrid("picYP"));
-    EXPECT_EQ(At(window, "picXP", 55, 225) == kGridLine, hasGrid("picXP"));
+    EXPECT_EQ(At(window, "picXP", 55, 250) == kGridLine, hasGrid("picXP"));
     return hasGrid("picXP");
   };
   EXPECT_TRUE(both());
