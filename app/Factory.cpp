@@ -8,6 +8,7 @@
 #include "app/frmAbout.h"
 #include "app/frmFITS.h"
 #include "app/frmPref.h"
+#include "color/frmColor.h"
 #include "filters/frmFilter.h"
 #include "luminance/frmDeConv.h"
 #include "luminance/frmMask.h"
@@ -32,6 +33,8 @@ std::unique_ptr<ToolWindow> MakeWindow(Window window, ModCV& cv, Platform& os, D
       return std::make_unique<frmAlign>(cv, os, desk);
     case Window::Combine:
       return std::make_unique<frmCombine>(cv, os, desk);
+    case Window::Color:
+      return std::make_unique<frmColor>(cv, os, desk);
     default:
       return nullptr;
   }

@@ -6,6 +6,18 @@
 #include "formats/bitmap_format.h"
 
 namespace corvane {
+namespace {
+
+// `write`, once more where the first time failed and the folder could be made again.
+template <class Write>
+std::optional<Refusal> WithFolder(const ModCV& cv, Write write) {
+  auto refusal = write();
+  if (!refusal || !cv.RefillAppDir) return refusal;
+  cv.RefillAppDir();
+  return write();
+}
+
+}  // namespace
 
 std::string SlotBitmapName(int slot) { return std::to_string(slot) + kTempBitmap; }
 std::string SlotHoldName(int slot) { return std::to_string(slot) + "hold.bmp"; }
@@ -43,10 +55,15 @@ void DeleteSlotBitmaps(const ModCV& cv) {
 
 std::optional<Refusal> WriteWorkingBitmap(const ModCV& cv, const std::filesystem::path& headerFile,
                                           const std::filesystem::path& target, ConstGrayView pixels) {
-  auto refusal = WriteDisplayBitmap(headerFile, target, pixels);
-  if (!refusal || !cv.RefillAppDir) return refusal;
-  cv.RefillAppDir();
-  return WriteDisplayBitmap(headerFile, target, pixels);
+  return WithFolder(cv, [&] { return WriteDisplayBitmap(headerFile, target, pixels); });
+}
+
+std::optional<Refusal> WriteWorkingBitmap(const ModCV& cv, const std::filesystem::path& target,
+                                          const ColorBitmap& picture) {
+  return WithFolder(cv, [&] {
+    return WriteColorBitmap(cv.AppDir / kColorTemplate, target, picture.width, picture.height,
+                            {picture.bits.data(), picture.bits.size()});
+  });
 }
 
 }  // namespace corvane

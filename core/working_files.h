@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/color_bitmap.h"
 #include "base/display_bitmap.h"
 #include "base/refusal.h"
 #include "core/modcv.h"
@@ -41,5 +42,8 @@ void DeleteSlotBitmaps(const ModCV& cv);                    // at exit
 // WriteDisplayBitmap for a working file. Where AppDir or its shipped files have vanished they are made again.
 std::optional<Refusal> WriteWorkingBitmap(const ModCV& cv, const std::filesystem::path& headerFile,
                                           const std::filesystem::path& target, ConstGrayView pixels);
+// The same for a picture in color, by the template of its own.
+std::optional<Refusal> WriteWorkingBitmap(const ModCV& cv, const std::filesystem::path& target,
+                                          const ColorBitmap& picture);
 
 }  // namespace corvane

@@ -32,9 +32,9 @@ struct BitmapFields {
 };
 BitmapFields ParseBitmapFields(std::span<const unsigned char, kBitmapFieldsSize> bytes);
 
-// Whether a display bitmap of this size can be written: its bytes are counted in 31 bits. Sides below 2^32.
-constexpr bool FitsBitmapFile(std::int64_t width, std::int64_t height) {
-  const std::int64_t stride = (width + 3) / 4 * 4;
+// Whether a bitmap of this size can be written: its bytes are counted in 31 bits. Sides below 2^32.
+constexpr bool FitsBitmapFile(std::int64_t width, std::int64_t height, int bytesPerPixel = 1) {
+  const std::int64_t stride = (bytesPerPixel * width + 3) / 4 * 4;
   return height <= (INT32_MAX - kBitmapHeaderSize) / stride;
 }
 

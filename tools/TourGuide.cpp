@@ -109,11 +109,14 @@ void TourGuide::ExpectDialog(const QString& picture, const char* button) {
   });
 }
 
-void TourGuide::ExpectMessage(const QString& picture) {
-  Expect([this, picture](QDialog& dialog) {
-    if (!qobject_cast<QMessageBox*>(&dialog)) Fail("expected a message, got " + dialog.windowTitle());
+void TourGuide::ExpectQuestion(const QString& picture, QMessageBox::StandardButton answer) {
+  Expect([this, picture, answer](QDialog& dialog) {
+    auto* box = qobject_cast<QMessageBox*>(&dialog);
+    auto* button = box ? box->button(answer) : nullptr;
     Picture(picture, dialog);
-    dialog.accept();
+    if (button) return button->click();
+    Fail("expected a message with another button, got " + dialog.windowTitle());
+    dialog.reject();
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QFileDialog>
+#include <QMessageBox>
 #include <QString>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -49,7 +50,9 @@ class TourGuide {
   // A dialog whose picture is taken and which is then left by a button.
   void ExpectDialog(const QString& picture, const char* button);
   // A message box that is read, pictured and closed.
-  void ExpectMessage(const QString& picture);
+  void ExpectMessage(const QString& picture) { ExpectQuestion(picture, QMessageBox::Ok); }
+  // One that is answered.
+  void ExpectQuestion(const QString& picture, QMessageBox::StandardButton answer);
 
   std::filesystem::path Sample(const std::string& name) const { return samples_ / name; }
   // A file to save; one that an earlier tour left is removed.

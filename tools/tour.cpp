@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPalette>
 #include <QRadioButton>
 #include <QSlider>
@@ -236,6 +237,10 @@ void FilterImage(TourGuide& tour) {
   tour.Choose("mnuFileSel_2");
 }
 
+void CloseEveryImage(TourGuide& tour) {
+  for (int image = tour.cv.ImageCount; image > 0; --image) tour.Choose("mnuFileSel_2");
+}
+
 void MarkFrames(TourGuide& tour) {
   auto* frames = tour.Find<QComboBox>(tour.Shown(), "Combo1");
   auto* picture = tour.Find<QWidget>(tour.Shown(), "picMark");
@@ -249,7 +254,7 @@ void MarkFrames(TourGuide& tour) {
 }
 
 void AlignFrames(TourGuide& tour) {
-  while (tour.cv.ImageCount > 0) tour.Choose("mnuFileSel_2");
+  CloseEveryImage(tour);
   for (const char* name : {"field_1.fit", "field_2.fit", "field_3.fit"}) {
     tour.ExpectFile(tour.Sample(name));
     tour.Choose("mnuFileSel_0");
@@ -301,10 +306,7 @@ void DivideByFlat(TourGuide& tour) {
     tour.ExpectFile(tour.Sample(name));
     tour.Choose("mnuFileSel_0");
   }
-  tour.Expect([&tour](QDialog& question) {
-    tour.Picture("combiner-two-sizes", question);
-    question.reject();
-  });
+  tour.ExpectQuestion("combiner-two-sizes", QMessageBox::No);
   Combine(tour, "stack_3.fts", "flat.fit", "Option6");
   if (auto* multiplier = tour.Find<QLineEdit>(tour.Shown(), "Text2")) multiplier->setText("1");
   tour.Choose("mnuConfSel_1");
@@ -313,6 +315,49 @@ void DivideByFlat(TourGuide& tour) {
   ExpectFits(tour, "flat_fielded_16.fts", "Option2", {});
   tour.Press(tour.Shown(), "cmdSave");
   tour.Picture("combiner-preserved");
+  tour.Choose("mnuFileSel_3");
+}
+
+void SetText(TourGuide& tour, const char* box, const char* text) {
+  if (auto* line = tour.Find<QLineEdit>(tour.Shown(), box)) line->setText(text);
+}
+
+// Brings out the faint parts of a frame, as its display bitmap has them.
+void ScaleFrame(TourGuide& tour, const char* name) {
+  tour.ExpectFile(tour.Sample(name));
+  tour.Choose("mnuFileSel_0");
+  tour.Choose("mnuToolSel_18");
+  if (auto* curves = tour.Find<QComboBox>(tour.Shown(), "Combo1")) curves->setCurrentIndex(1);
+  tour.Press(tour.Shown(), "cmdApply");
+  tour.Choose("mnuFileSel_2");
+}
+
+void BuildColorPicture(TourGuide& tour) {
+  CloseEveryImage(tour);
+  tour.Choose("mnuFileSel_6");
+  tour.Picture("color-without-an-image");
+  tour.Choose("mnuFileSel_3");
+  for (const char* name : {"red.fit", "green.fit", "blue.fit"}) ScaleFrame(tour, name);
+  tour.Choose("mnuFileSel_6");
+  tour.Picture("color-opened");
+  tour.ExpectQuestion("color-asks", QMessageBox::No);
+  tour.Press(tour.Shown(), "cmdCombine");
+  int slot = 0;
+  for (const char* list : {"ComboR", "ComboG", "ComboB"})
+    if (auto* images = tour.Find<QComboBox>(tour.Shown(), list)) images->setCurrentIndex(slot++);
+  tour.Press(tour.Shown(), "cmdCombine");
+  tour.Picture("color-composite");
+  tour.Press(tour.Shown(), "cmdCancel");
+  SetText(tour, "txbGreen", "0.9");
+  SetText(tour, "txbBlue", "2.5");
+  tour.ExpectMessage("color-multiplier-too-large");
+  tour.Press(tour.Shown(), "cmdCombine");
+  SetText(tour, "txbBlue", "1.1");
+  tour.Press(tour.Shown(), "cmdCombine");
+  tour.Picture("color-composite-with-multipliers");
+  tour.ExpectFile(tour.Output("color_composite.bmp"), "color-save");
+  tour.Press(tour.Shown(), "cmdSave");
+  tour.Picture("color-saved");
   tour.Choose("mnuFileSel_3");
 }
 
@@ -337,8 +382,9 @@ int main(int argc, char** argv) {
   TourGuide tour(argv[argc - 2], argv[argc - 1]);
   tour.Start();
   if (tour.Failed()) return EXIT_FAILURE;
-  for (const auto step : {OpenSamples, ShowViews, ShowDialogs, Deconvolve, SaveDeconvolved, SaveAndClose,
-                          ScaleLevels, MaskLevels, FilterImage, AlignFrames, StackFrames, DivideByFlat})
+  for (const auto step :
+       {OpenSamples, ShowViews, ShowDialogs, Deconvolve, SaveDeconvolved, SaveAndClose, ScaleLevels,
+        MaskLevels, FilterImage, AlignFrames, StackFrames, DivideByFlat, BuildColorPicture})
     step(tour);
   return tour.Failed() ? EXIT_FAILURE : EXIT_SUCCESS;
 }

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "analysis/profile.h"
+#include "core/print_picture.h"
 #include "core/startup.h"
 #include "core/working_files.h"
 #include "platform/QtText.h"
@@ -178,7 +179,7 @@ void frmExamine::mnuFileSel_Click(int index) {
     case kClose:
       return CloseFile();
     case kPrint:
-      return PrintImage();
+      return PrintPicture(cv, os, ShownFile(), cv.CurrentName);
     case kExit:
       return Exit();
   }

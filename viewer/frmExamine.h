@@ -65,7 +65,6 @@ class frmExamine : public ToolWindow {
   void CloseFile();
   void SaveImage();
   bool SaveAsFits(ImageSave save);
-  void PrintImage();
 
   // frmExamine_views.cpp
   const ViewEntry* CheckedView() const;

@@ -4,10 +4,8 @@
 
 #include "core/open_image.h"
 #include "core/save_image.h"
-#include "core/slot_picture.h"
 #include "platform/QtText.h"
 #include "viewer/frmExamine.h"
-#include "viewer/page_fit.h"
 
 namespace corvane {
 namespace {
@@ -102,21 +100,6 @@ bool frmExamine::SaveAsFits(ImageSave save) {
     if (view && view->data) view->data(cv.ImageData);
     if (Magnification != 1) Magnify16();
   });
-}
-
-void frmExamine::PrintImage() {
-  if (ShownFile() == cv.SlotBitmap(cv.CurrentSlot) && !EnsureSlotPicture(cv, os, cv.CurrentSlot)) return;
-  const std::unique_ptr<PrintJob> job = os.Print(cv.CurrentName);
-  if (!job) return;
-  const auto width = static_cast<float>(area_->Picture()->width());
-  const auto height = static_cast<float>(area_->Picture()->height());
-  const PagePlace place = FitOnPage(width, height, job->PageWidth(), job->PageHeight());
-  cv.PrintScale = place.scale;
-  cv.PrintLeft = place.left;
-  cv.PrintTop = place.top;
-  job->Picture(ShownFile(), place.left, place.top, width / place.scale, height / place.scale);
-  if (const int error = job->End())
-    os.Message("The picture could not be printed. Error Number " + std::to_string(error), "PRINT ERROR");
 }
 
 }  // namespace corvane

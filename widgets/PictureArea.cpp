@@ -129,6 +129,8 @@ void PictureArea::Pan(int dx, int dy) {
   vsbVert->setValue(vsbVert->value() + dy);
 }
 
+void PictureArea::Step(int dx, int dy) { Pan(dx * kLineStep, -dy * kLineStep); }
+
 bool PictureArea::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Wheel) {
     Wheel(static_cast<QWheelEvent*>(event));

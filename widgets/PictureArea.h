@@ -35,6 +35,8 @@ class PictureArea : public QWidget {
   void ShowPixel(int x, int y);
   // Scrolls by this many screen pixels, right and down.
   void Pan(int dx, int dy);
+  // The same by steps, `dy` upwards, as the arrow keys are reported.
+  void Step(int dx, int dy);
   // Does what a key pressed on the picture does; false for a key that does nothing.
   bool TakeKey(int key);
 

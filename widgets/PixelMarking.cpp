@@ -5,11 +5,6 @@
 #include "base/numeric.h"
 
 namespace corvane {
-namespace {
-
-constexpr int kPanStep = 24;
-
-}  // namespace
 
 PixelMarking::PixelMarking(ModCV& store, PictureArea* area, const Boxes& boxes)
     : QObject(area), cv(store), area_(area), boxes_(boxes) {
@@ -101,7 +96,7 @@ void PixelMarking::MouseDown(int x, int y, Qt::MouseButton button) {
 }
 
 void PixelMarking::Arrow(int dx, int dy) {
-  if (!markerMode_) return area_->Pan(dx * kPanStep, -dy * kPanStep);
+  if (!markerMode_) return area_->Step(dx, dy);
   if (!locked_) MoveTo({Marker().x + dx, Marker().y + dy}, false);
 }
 

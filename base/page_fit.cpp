@@ -1,4 +1,4 @@
-#include "viewer/page_fit.h"
+#include "base/page_fit.h"
 
 #include <algorithm>
 
