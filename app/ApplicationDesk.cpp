@@ -18,7 +18,6 @@ bool CanGrow(const ToolWindow& window) { return window.layout()->sizeConstraint(
 
 void ApplicationDesk::Replace(Window next) {
   std::unique_ptr<ToolWindow> window = MakeWindow(next, cv, os, *this);
-  if (!window) return;
   if (shown_ && CanGrow(*shown_)) growth_ = shown_->size() - shown_->sizeHint();
   if (shown_) shown_->Unload();
   std::swap(window, shown_);
@@ -35,7 +34,6 @@ void ApplicationDesk::Replace(Window next) {
 
 void ApplicationDesk::ShowModal(Dialog dialog) {
   const std::unique_ptr<QDialog> window = MakeDialog(dialog, cv, os);
-  if (!window) return;
   if (shown_) {
     cv.WindowLeft = shown_->x();
     cv.WindowTop = shown_->y();

@@ -34,10 +34,9 @@ std::unique_ptr<ToolWindow> MakeWindow(Window window, ModCV& cv, Platform& os, D
     case Window::Combine:
       return std::make_unique<frmCombine>(cv, os, desk);
     case Window::Color:
-      return std::make_unique<frmColor>(cv, os, desk);
-    default:
-      return nullptr;
+      break;
   }
+  return std::make_unique<frmColor>(cv, os, desk);
 }
 
 std::unique_ptr<QDialog> MakeDialog(Dialog dialog, ModCV& cv, Platform& os) {
@@ -59,10 +58,9 @@ std::unique_ptr<QDialog> MakeDialog(Dialog dialog, ModCV& cv, Platform& os) {
     case Dialog::Exponent:
       return std::make_unique<frmPower>(cv, os);
     case Dialog::AutoAdjust:
-      return std::make_unique<frmAutoAdjust>(cv, os);
-    default:
-      return nullptr;
+      break;
   }
+  return std::make_unique<frmAutoAdjust>(cv, os);
 }
 
 }  // namespace corvane

@@ -10,8 +10,8 @@
 
 namespace corvane {
 
-// The one place that knows every window. Null for one that is not built. The window has read nothing yet: the
-// desk calls Open() before it shows it.
+// The one place that knows every window. A main window has read nothing yet: the desk calls Open() before it
+// shows it.
 std::unique_ptr<ToolWindow> MakeWindow(Window window, ModCV& cv, Platform& os, Desk& desk);
 std::unique_ptr<QDialog> MakeDialog(Dialog dialog, ModCV& cv, Platform& os);
 

@@ -1,6 +1,7 @@
 #include "color/frmColor.h"
 
 #include <QGridLayout>
+#include <QShortcut>
 #include <algorithm>
 #include <new>
 
@@ -25,14 +26,14 @@ namespace {
 enum FileItem { kOpen, kClose, kPrint = 7, kExit = 9 };
 
 constexpr MenuItem kFileMenu[] = {
-    {"&Open File"},
+    {"&Open File", "Ctrl+O"},
     {"&Close File"},
     {"-"},
-    {.text = "&Image Processor", .opens = Window::Examine},
-    {.text = "&Align Images", .opens = Window::Align},
-    {.text = "&Combine Images", .opens = Window::Combine},
+    {.text = "&Image Processor", .shortcut = "Ctrl+I", .opens = Window::Examine},
+    {.text = "&Align Images", .shortcut = "Ctrl+A", .opens = Window::Align},
+    {.text = "&Combine Images", .shortcut = "Ctrl+C", .opens = Window::Combine},
     {"-"},
-    {"Print"},
+    {"Print", "Ctrl+P"},
     {"-"},
     {"E&xit"},
 };
@@ -90,6 +91,7 @@ frmColor::frmColor(ModCV& store, Platform& platform, Desk& windows)
   OnClick(cmdCombine, [this] { Combine(); });
   OnClick(cmdCancel, [this] { Undo(); });
   OnClick(cmdSave, [this] { Save(); });
+  connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, cmdSave, &QPushButton::click);
   ShowNothing(kNoImage);
 }
 
@@ -117,8 +119,8 @@ void frmColor::LayOut() {
   grid->setHorizontalSpacing(16);
   grid->addWidget(area_, 0, 0);
   grid->addLayout(side, 0, 1);
+  grid->setColumnStretch(0, 1);
   setCentralWidget(center);
-  layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void frmColor::Open() {

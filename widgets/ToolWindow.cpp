@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "core/working_files.h"
-#include "platform/built_windows.h"
 #include "widgets/ToolIcons.h"
 #include "widgets/controls.h"
 
@@ -22,11 +21,6 @@ constexpr MenuItem kHelpMenu[] = {
 };
 
 constexpr int kIconSize = 24;
-
-bool Exists(const Target& target) {
-  const auto* window = std::get_if<Window>(&target);
-  return !window || IsBuilt(*window);
-}
 
 QString ItemName(const char* menu, int index) { return QStringLiteral("%1_%2").arg(menu).arg(index); }
 
@@ -51,7 +45,6 @@ void ToolWindow::AddMenu(const char* name, const char* title, std::span<const Me
     if (separator) continue;
     action->setCheckable(item.check);
     if (*item.shortcut) action->setShortcut(QKeySequence(QLatin1String(item.shortcut)));
-    action->setEnabled(Exists(item.opens));
     if (item.opens.index() != 0) openers_.emplace_back(item.opens, action);
     connect(action, &QAction::triggered, this,
             [this, action, item, handler, i] { Choose(action, item, [&] { handler(i); }); });
@@ -91,8 +84,6 @@ QAction* ToolWindow::Item(Target opens) const {
     if (target == opens) return action;
   return nullptr;
 }
-
-void ToolWindow::EnableItem(Target opens, bool enabled) { Item(opens)->setEnabled(enabled && Exists(opens)); }
 
 void ToolWindow::Choose(QAction* action, const MenuItem& item, const std::function<void()>& command) {
   // The toolkit has already toggled the check mark; it is put back, because the command decides.

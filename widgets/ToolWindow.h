@@ -73,8 +73,7 @@ class ToolWindow : public QMainWindow {
   QAction* Item(const char* menu, int index) const;
   QAction* Item(Target opens) const;
   void EnableItem(const char* menu, int index, bool enabled) { Item(menu, index)->setEnabled(enabled); }
-  // As far as the target exists.
-  void EnableItem(Target opens, bool enabled);
+  void EnableItem(Target opens, bool enabled) { Item(opens)->setEnabled(enabled); }
 
   // `command` on a button's click, unless a run is on. Buttons that cancel a run are connected directly.
   template <class Button, class Command>

@@ -2,7 +2,6 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "platform/built_windows.h"
 #include "tests/support/app_dir_fixture.h"
 #include "widgets/ToolIcons.h"
 #include "widgets/ToolWindow.h"
@@ -10,8 +9,7 @@
 namespace corvane {
 namespace {
 
-constexpr MenuItem kMenu[] = {
-    {"&Run"}, {.text = "Check", .check = true}, {.text = "Later", .opens = kAbsentWindows[0]}};
+constexpr MenuItem kMenu[] = {{"&Run"}, {.text = "Check", .check = true}};
 constexpr ToolKey kKeys[] = {{"open", "Run it", "mnuFileSel", 0}, {"mask", "Check", "mnuFileSel", 1}};
 
 class SmallTool : public ToolWindow {
@@ -32,7 +30,6 @@ class SmallTool : public ToolWindow {
   void CancelRun() override { ++cancels; }
   bool MayExit() override { return mayExit; }
   QAction& At(int index) { return *Item("mnuFileSel", index); }
-  using ToolWindow::EnableItem;
 
   QPushButton* button;
   std::vector<int> chosen;
@@ -50,14 +47,6 @@ TEST_F(ToolWindowTest, LeavesCheckMarksToTheHandler) {
   window.At(1).trigger();
   EXPECT_EQ(window.chosen, std::vector{1});
   EXPECT_FALSE(window.At(1).isChecked());
-}
-
-TEST_F(ToolWindowTest, KeepsItemsOfAbsentWindowsDisabled) {
-  EXPECT_FALSE(window.At(2).isEnabled());
-  window.EnableItem(kAbsentWindows[0], true);
-  EXPECT_FALSE(window.At(2).isEnabled());
-  window.EnableItem("mnuFileSel", 1, false);
-  EXPECT_FALSE(window.At(1).isEnabled());
 }
 
 TEST_F(ToolWindowTest, IgnoresCommandsDuringARunAndClosesAfterIt) {
