@@ -5,6 +5,20 @@
 namespace corvane::VECTOR_NAMESPACE {
 namespace {
 
+#if defined(__AVX512VBMI__)
+
+void MapBytes(const std::uint8_t* table, const std::uint8_t* in, std::uint8_t* out, std::size_t count) {
+  Octets quarters[4];
+  for (int i = 0; i < 4; ++i) quarters[i] = Load<Octets>(table + i * kVectorBytes);
+  std::size_t i = 0;
+  for (; i + kVectorBytes <= count; i += kVectorBytes) {
+    Store(out + i, LookUpLevels(quarters, Load<Octets>(in + i)));
+  }
+  for (; i < count; ++i) out[i] = table[in[i]];
+}
+
+#else
+
 // A table of 256 bytes in 16 pieces of 16. The index is lowered by 16 from piece to piece; a look-up in a
 // piece gives its entry (index & 15), or 0 once the index is negative. So all pieces up to the one that holds
 // the index answer, and since each is stored as its difference (by XOR) from the one before, their answers
@@ -59,6 +73,8 @@ void MapBytes(const std::uint8_t* table, const std::uint8_t* in, std::uint8_t* o
   }
   for (; i < count; ++i) out[i] = table[in[i]];
 }
+
+#endif
 
 }  // namespace
 

@@ -17,7 +17,7 @@ InstructionSet BestInstructionSet() {
                     __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2");
   const bool avx512 = avx2 && __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
                       __builtin_cpu_supports("avx512cd") && __builtin_cpu_supports("avx512dq") &&
-                      __builtin_cpu_supports("avx512vl");
+                      __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi");
   if (avx512) return InstructionSet::Avx512;
   if (avx2) return InstructionSet::Avx2;
   if (sse4) return InstructionSet::Sse4;

@@ -82,6 +82,32 @@ ALWAYS_INLINE EvenOdd LoadEvenOdd(const std::uint8_t* bytes) {
   return {(Shorts)(pairs & 255), (Shorts)(pairs >> 8)};
 }
 
+// Vector v of `Vectors` in a row of floats, read j <= `Reach` elements later. A load of 64 bytes that crosses
+// a cache line costs two, so there the windows are shifted out of whole vectors, of which one more is read.
+template <int Vectors, int Reach>
+class Windows {
+ public:
+  explicit ALWAYS_INLINE Windows(const float* in) : in_(in) {
+#if defined(__AVX512BW__)
+    for (int v = 0; v < kWhole; ++v) whole_[v] = Load<Floats>(in + v * kLanes);
+#endif
+  }
+  ALWAYS_INLINE Floats At(int v, int j) const {
+#if defined(__AVX512BW__)
+    return Shifted(whole_[v + j / kLanes], whole_[v + j / kLanes + 1], j % kLanes);
+#else
+    return Load<Floats>(in_ + v * kLanes + j);
+#endif
+  }
+
+ private:
+  const float* in_;
+#if defined(__AVX512BW__)
+  static constexpr int kWhole = Vectors + Reach / kLanes + 1;
+  Floats whole_[kWhole];
+#endif
+};
+
 // Lanes of whole numbers; floats have overloads of their own.
 template <class Vector>
 ALWAYS_INLINE Vector Smaller(Vector a, Vector b) {

@@ -68,6 +68,18 @@ ALWAYS_INLINE Octets16 LookUpSixteen(Octets16 table, Octets16 index) {
   return (Octets16)_mm_shuffle_epi8((__m128i)table, (__m128i)index);
 }
 
+// table[index] for a table of 256 bytes in four vectors.
+ALWAYS_INLINE Octets LookUpLevels(const Octets (&table)[4], Octets index) {
+  const __m512i low = _mm512_permutex2var_epi8((__m512i)table[0], (__m512i)index, (__m512i)table[1]);
+  const __m512i high = _mm512_permutex2var_epi8((__m512i)table[2], (__m512i)index, (__m512i)table[3]);
+  return (Octets)_mm512_mask_blend_epi8(_mm512_movepi8_mask((__m512i)index), low, high);
+}
+
+// Elements `shift` to `shift` + kLanes - 1 of `low` followed by `high`.
+ALWAYS_INLINE Floats Shifted(Floats low, Floats high, int shift) {
+  return (Floats)_mm512_alignr_epi32((__m512i)high, (__m512i)low, shift);
+}
+
 ALWAYS_INLINE Octets SubtractSigned(Octets a, Octets b) {
   return (Octets)_mm512_subs_epi8((__m512i)a, (__m512i)b);
 }

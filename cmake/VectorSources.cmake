@@ -9,7 +9,7 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
   list(APPEND CORVANE_VECTOR_LEVELS sse4 avx2 avx512)
   set(CORVANE_VECTOR_FLAGS_sse4 -march=x86-64-v2)
   set(CORVANE_VECTOR_FLAGS_avx2 -march=x86-64-v3 -mprefer-vector-width=256)
-  set(CORVANE_VECTOR_FLAGS_avx512 -march=x86-64-v4 -mprefer-vector-width=512)
+  set(CORVANE_VECTOR_FLAGS_avx512 -march=x86-64-v4 -mavx512vbmi -mprefer-vector-width=512)
 endif()
 
 foreach(level ${CORVANE_VECTOR_LEVELS})

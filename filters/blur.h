@@ -59,12 +59,13 @@ template <class Kernel>
 ALWAYS_INLINE void SumAlong(const float* in, float* out, int count) {
   for (int x = 0; x < count; x += 4 * kLanes) {
     Floats sums[4];
+    const Windows<4, 2 * Kernel::kHalf> windows(in + x);
 #pragma GCC unroll 32
     for (int j = 0; j <= 2 * Kernel::kHalf; ++j) {
       const int distance = j < Kernel::kHalf ? Kernel::kHalf - j : j - Kernel::kHalf;
 #pragma GCC unroll 4
       for (int v = 0; v < 4; ++v) {
-        const Floats product = Load<Floats>(in + x + j + v * kLanes) * Broadcast(Kernel::Weight(distance));
+        const Floats product = windows.At(v, j) * Broadcast(Kernel::Weight(distance));
         sums[v] = j == 0 ? product : sums[v] + product;
       }
     }
@@ -206,9 +207,13 @@ class ByteBox {
     odd_ = even_ + width / 2 + kLead + kSlackWords;
   }
 
-  // The means of the pixels of one row, the middle one of `rows`.
-  void Means(const std::uint8_t* const* rows, std::uint8_t* out) {
-    SumColumns(rows);
+  // Takes a row into the sums.
+  void Add(const std::uint8_t* row) { Slide<false>(row, row); }
+  // Takes the row below the window in and the one above it out.
+  void MoveDown(const std::uint8_t* added, const std::uint8_t* dropped) { Slide<true>(added, dropped); }
+
+  // The means of the pixels of the row in the middle.
+  void Means(std::uint8_t* out) {
     Repeat();
     if (width_ < kVectorBytes) {
       std::uint8_t apart[kVectorBytes];
@@ -238,31 +243,28 @@ class ByteBox {
     return sums[(x - place) / 2];
   }
 
-  void SumColumn(const std::uint8_t* const* rows, int x) {
-    int sum = 0;
-    for (int i = 0; i < kSide; ++i) sum += rows[i][x];
-    Sum(x) = (std::uint16_t)sum;
+  // The sums of even and of odd columns are stored apart, so that bytes become words without being moved.
+  template <bool drops>
+  ALWAYS_INLINE void SlideVector(const std::uint8_t* added, const std::uint8_t* dropped, int pair) {
+    EvenOdd change = LoadEvenOdd(added);
+    if (drops) {
+      const EvenOdd gone = LoadEvenOdd(dropped);
+      change.even -= gone.even;
+      change.odd -= gone.odd;
+    }
+    Store(even_ + pair, Load<Shorts>(even_ + pair) + change.even);
+    Store(odd_ + pair, Load<Shorts>(odd_ + pair) + change.odd);
   }
 
-  // The sums of even and of odd columns are stored apart, so that bytes become words without being moved.
-  void SumColumns(const std::uint8_t* const* rows) {
-    if (width_ < kVectorBytes) {
-      for (int x = 0; x < width_; ++x) SumColumn(rows, x);
-      return;
-    }
-    for (int next = 0; next < width_ - 1; next += kVectorBytes) {
-      const int x = Limited(next, 0, (width_ - kVectorBytes) & ~1);
-      EvenOdd sum = LoadEvenOdd(rows[0] + x);
-#pragma GCC unroll 8
-      for (int i = 1; i < kSide; ++i) {
-        const EvenOdd row = LoadEvenOdd(rows[i] + x);
-        sum.even += row.even;
-        sum.odd += row.odd;
-      }
-      Store(even_ + x / 2, sum.even);
-      Store(odd_ + x / 2, sum.odd);
-    }
-    if (width_ % 2 != 0) SumColumn(rows, width_ - 1);
+  template <bool drops>
+  ALWAYS_INLINE void Slide(const std::uint8_t* added, const std::uint8_t* dropped) {
+    int x = 0;
+    for (; x + kVectorBytes <= width_; x += kVectorBytes) SlideVector<drops>(added + x, dropped + x, x / 2);
+    if (x == width_) return;
+    std::uint8_t last[2][kVectorBytes] = {};
+    __builtin_memcpy(last[0], added + x, width_ - x);
+    __builtin_memcpy(last[1], dropped + x, width_ - x);
+    SlideVector<drops>(last[0], last[1], x / 2);
   }
 
   // Repeats the outermost columns outwards.
@@ -308,10 +310,11 @@ template <int radius, class RowDone>
 bool BoxBlur(ConstGrayView source, GrayView result, RowDone rowDone) {
   if (source.width == 0) return true;
   ByteBox<radius> box(source.width);
+  const auto row = [&](int y) { return source.Row(Limited(y, 0, source.height - 1)); };
+  for (int y = -radius; y <= radius; ++y) box.Add(row(y));
   for (int y = 0; y < source.height; ++y) {
-    const std::uint8_t* rows[2 * radius + 1];
-    for (int i = 0; i <= 2 * radius; ++i) rows[i] = source.Row(Limited(y - radius + i, 0, source.height - 1));
-    box.Means(rows, result.Row(y));
+    if (y > 0) box.MoveDown(row(y + radius), row(y - 1 - radius));
+    box.Means(result.Row(y));
     if (!rowDone(y)) return false;
   }
   return true;
