@@ -63,6 +63,22 @@ void Display(ConstGrayView a, ConstGrayView b, float m1, float m2, GrayView resu
   __builtin_memcpy(result.bits + i, &last, count - i);
 }
 
+// Without multipliers the choice is one between bytes.
+template <class Method, Octets Choose(Octets, Octets)>
+void DisplayChoice(ConstGrayView a, ConstGrayView b, float m1, float m2, GrayView result) {
+  if (m1 != 1 || m2 != 1) return Display<Method>(a, b, m1, m2, result);
+  const std::size_t count = (std::size_t)result.stride * result.height;
+  std::size_t i = 0;
+  for (; i + kVectorBytes <= count; i += kVectorBytes) {
+    Store(result.bits + i, Choose(Load<Octets>(a.bits + i), Load<Octets>(b.bits + i)));
+  }
+  std::uint8_t last[2][kVectorBytes] = {};
+  __builtin_memcpy(last[0], a.bits + i, count - i);
+  __builtin_memcpy(last[1], b.bits + i, count - i);
+  const Octets chosen = Choose(Load<Octets>(last[0]), Load<Octets>(last[1]));
+  __builtin_memcpy(result.bits + i, &chosen, count - i);
+}
+
 // Comparisons with NaN are false, so a blank stays blank.
 template <class Method>
 ALWAYS_INLINE Floats CombineValues(const float* a, const float* b, const Method& method) {
@@ -157,8 +173,8 @@ extern const CombineTable combineMethods{
     {"add", "&Add", Display<Sum>, Data<Sum>},
     {"sub", "&Subtract #2", Display<Difference>, Data<Difference>},
     {"average", "A&verage", AverageDisplay, Data<Average>},
-    {"darker", "&Darker Pixel", Display<Darker>, Data<Darker>},
-    {"lighter", "&Lighter Pixel", Display<Lighter>, Data<Lighter>},
+    {"darker", "&Darker Pixel", DisplayChoice<Darker, Smaller<Octets>>, Data<Darker>},
+    {"lighter", "&Lighter Pixel", DisplayChoice<Lighter, Larger<Octets>>, Data<Lighter>},
     {"flat", "Flat Fiel&d #2", FlatDisplay, FlatData},
 };
 

@@ -87,9 +87,9 @@ void CopyData(benchmark::State& state) {
 }
 BENCHMARK(CopyData)->Apply(BothSizes);
 
-void CombineLevels(benchmark::State& state, int method) {
+void CombineLevels(benchmark::State& state, int method, float m1 = 0.7f, float m2 = 1.1f) {
   Frames f(state);
-  Run(state, [&] { CombineMethods()[method].display(f.a.View(), f.b.View(), 0.7f, 1.1f, f.result.View()); });
+  Run(state, [&] { CombineMethods()[method].display(f.a.View(), f.b.View(), m1, m2, f.result.View()); });
 }
 BENCHMARK_CAPTURE(CombineLevels, Add, 0)->Apply(BothSizes);
 BENCHMARK_CAPTURE(CombineLevels, Subtract, 1)->Apply(BothSizes);
@@ -97,6 +97,9 @@ BENCHMARK_CAPTURE(CombineLevels, Average, 2)->Apply(BothSizes);
 BENCHMARK_CAPTURE(CombineLevels, Darker, 3)->Apply(BothSizes);
 BENCHMARK_CAPTURE(CombineLevels, Lighter, 4)->Apply(BothSizes);
 BENCHMARK_CAPTURE(CombineLevels, Flat, 5)->Apply(BothSizes);
+// What the peers of a choice can do: no multipliers.
+BENCHMARK_CAPTURE(CombineLevels, DarkerAsTheyAre, 3, 1.0f, 1.0f)->Apply(BothSizes);
+BENCHMARK_CAPTURE(CombineLevels, LighterAsTheyAre, 4, 1.0f, 1.0f)->Apply(BothSizes);
 
 void CombineValues(benchmark::State& state, int method) {
   Frames f(state);
@@ -207,6 +210,11 @@ void PeerDarker(benchmark::State& state) {
   RunPeer(state, [](auto& a, auto& b, auto& result) { cv::min(a, b, result); });
 }
 BENCHMARK(PeerDarker)->Apply(BothSizes);
+
+void PeerLighter(benchmark::State& state) {
+  RunPeer(state, [](auto& a, auto& b, auto& result) { cv::max(a, b, result); });
+}
+BENCHMARK(PeerLighter)->Apply(BothSizes);
 
 void PeerFlat(benchmark::State& state) {
   RunPeer(state, [](auto& a, auto& b, auto& result) { cv::divide(a, b, result, 0.7); });
