@@ -6,10 +6,10 @@
 
 #include "analysis/profile.h"
 #include "core/print_picture.h"
+#include "core/read_out.h"
 #include "core/startup.h"
 #include "core/working_files.h"
 #include "platform/QtText.h"
-#include "core/read_out.h"
 
 namespace corvane {
 namespace {
@@ -121,8 +121,8 @@ frmExamine::frmExamine(ModCV& store, Platform& platform, Desk& windows)
 
 void frmExamine::LayOut() {
   auto* side = new QVBoxLayout;
-  side->addWidget(BoxFrame("frImage", "Image",
-                           {{"lblWidth", "Image Width", txbWidth}, {"lblHeight", "Image Height", txbHeight}}));
+  side->addWidget(BoxFrame(
+      "frImage", "Image", {{"lblWidth", "Image Width", txbWidth}, {"lblHeight", "Image Height", txbHeight}}));
   side->addWidget(BoxFrame("frPixel", "Pixel",
                            {{"lblXPos", "X Position", txbXPos},
                             {"lblYPos", "Y Position", txbYPos},
@@ -151,10 +151,12 @@ void frmExamine::Connect() {
   connect(marking_, &PixelMarking::Marked, this, [this] {
     Profile(cv);
     Enter();
+    DescribeMarker();
   });
   connect(marking_, &PixelMarking::Removed, this, &frmExamine::Enter);
   connect(marking_, &PixelMarking::ReadoutShown, this, [this](int x, int y) { ShowStatus({x, y}); });
-  connect(marking_, &PixelMarking::ReadoutCleared, this, [this] { lblStatus->setText(hint_); });
+  connect(marking_, &PixelMarking::ReadoutCleared, this,
+          [this] { lblStatus->setText(marking_->MarkerMode() ? marked_ : hint_); });
   marking_->Watch(this);
 }
 
@@ -216,6 +218,17 @@ void frmExamine::Enter() {
 
 void frmExamine::ShowStatus(Mark pixel) {
   lblStatus->setText(ToQt(DescribeData(cv, cv.CurrentSlot, slotWidth_, slotHeight_, SlotPixel(pixel))));
+}
+
+void frmExamine::DescribeMarker() {
+  const Mark mark = marking_->Marker();
+  std::string value = DescribeData(cv, cv.CurrentSlot, slotWidth_, slotHeight_, SlotPixel(mark));
+  if (value.empty()) value = "Level " + std::to_string(cv.Display().At(mark.x, mark.y));
+  marked_ = QString("Marked at %1, %2. %3. Arrow keys move the mark, a right click frees the pointer.")
+                .arg(mark.x + 1)
+                .arg(mark.y + 1)
+                .arg(ToQt(value));
+  lblStatus->setText(marked_);
 }
 
 void frmExamine::CancelRun() { cv.DeconvCancelled = true; }

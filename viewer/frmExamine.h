@@ -56,7 +56,9 @@ class frmExamine : public ToolWindow {
   void mnuFileSel_Click(int index);
   void mnuToolSel_Click(int index);
   void Enter();
+  // What the status line says of a pixel of the shown picture, and of the marked one.
   void ShowStatus(Mark pixel);
+  void DescribeMarker();
 
   // frmExamine_files.cpp
   void OpenFile();
@@ -87,6 +89,8 @@ class frmExamine : public ToolWindow {
   void ReadShown();
   bool KeepView();
   Mark SlotPixel(Mark shown) const;
+  // Scrolls a pixel of the slot's picture into the middle; the marker, if any, goes with it.
+  void ShowInMiddle(Mark slotPixel);
 
   ImageList* Combo1;
   PictureArea* area_;
@@ -103,7 +107,8 @@ class frmExamine : public ToolWindow {
   bool ViewChanged = false;
   int slotWidth_ = 0;  // of the slot's own picture
   int slotHeight_ = 0;
-  QString hint_;  // what the status line says while no pixel is pointed at
+  QString hint_;    // what the status line says while no pixel is pointed at,
+  QString marked_;  // and while one is marked
 };
 
 }  // namespace corvane

@@ -47,8 +47,10 @@ void frmExamine::ShowImage(int slot) {
 }
 
 void frmExamine::ClearCheck() {
+  const ViewEntry* view = CheckedView();
   UncheckViews();
   if (cv.ImageCount > 0 && (ViewChanged || Magnification != 1)) ShowSlotPicture();
+  if (view && view->transposes) area_->SizeCheck();  // also where it is square: nothing is in its place
 }
 
 void frmExamine::EndView() {
@@ -176,9 +178,12 @@ bool frmExamine::WritePicture(const std::filesystem::path& header, const std::fi
 void frmExamine::ReSizeImage(int direction) try {
   const int factor = RoundEven(Magnification) + direction;
   if (cv.ImageCount == 0 || factor < 1 || factor > kMostMagnified) return;
+  const QPoint seen = area_->Middle();
+  const Mark middle = SlotPixel(marking_->MarkerMode() ? marking_->Marker() : Mark{seen.x(), seen.y()});
   marking_->ClearReadout();
   if (ViewChanged || factor == 1) ClearCheck();
-  if (factor == 1 || !area_->Picture()->HasPicture()) return;
+  if (!area_->Picture()->HasPicture()) return;
+  if (factor == 1) return ShowInMiddle(middle);
   if (!CanMagnify(slotWidth_, slotHeight_, factor)) {
     os.Message("The enlarged image must be less than 10 MB.", "MAXIMUM SIZE LIMIT");
     return;
@@ -197,10 +202,18 @@ void frmExamine::ReSizeImage(int direction) try {
   }
   Magnification = static_cast<float>(factor);
   shownMagMode_ = cv.MagMode;
-  ShowFile(expand);
+  if (ShowFile(expand)) ShowInMiddle(middle);
 } catch (const std::bad_alloc&) {
   Refuse(os, NotEnoughMemory());
   ShowSlotPicture();
+}
+
+void frmExamine::ShowInMiddle(Mark slotPixel) {
+  const int factor = RoundEven(Magnification);
+  const QPoint shown(slotPixel.x * factor, slotPixel.y * factor);
+  if (marking_->MarkerMode()) marking_->Place({shown.x(), shown.y()});
+  area_->ShowInMiddle(shown + QPoint(factor / 2, factor / 2));
+  marking_->ClearReadout();
 }
 
 void frmExamine::Magnify16() {

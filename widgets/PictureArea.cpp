@@ -124,6 +124,17 @@ void PictureArea::ShowPixel(int x, int y) {
   vsbVert->setValue(shown(vsbVert->value(), picture_->height() - 1 - y, Picture1->height()));
 }
 
+QPoint PictureArea::Middle() const {
+  const QSize seen = picture_->size().boundedTo(Picture1->size());
+  return ImagePixel(QPoint(hsbHor->value() + seen.width() / 2, vsbVert->value() + seen.height() / 2));
+}
+
+void PictureArea::ShowInMiddle(QPoint pixel) {
+  const QPoint place = ImagePixel(pixel);  // from the top
+  hsbHor->setValue(place.x() - Picture1->width() / 2);
+  vsbVert->setValue(place.y() - Picture1->height() / 2);
+}
+
 void PictureArea::Pan(int dx, int dy) {
   hsbHor->setValue(hsbHor->value() + dx);
   vsbVert->setValue(vsbVert->value() + dy);

@@ -33,6 +33,10 @@ class PictureArea : public QWidget {
   void SizeCheck();
   // Scrolls as little as it takes to show a pixel.
   void ShowPixel(int x, int y);
+  // The pixel in the middle of what is seen of the picture, y from the bottom row.
+  QPoint Middle() const;
+  // Scrolls a pixel there as far as the picture reaches.
+  void ShowInMiddle(QPoint pixel);
   // Scrolls by this many screen pixels, right and down.
   void Pan(int dx, int dy);
   // The same by steps, `dy` upwards, as the arrow keys are reported.

@@ -217,9 +217,65 @@ TEST_F(Viewer, KeepsThePlaceInPicturesOfOneSize) {
     EXPECT_FALSE(moves([&] { Choose(view); }));
     EXPECT_FALSE(moves([&] { Choose(view); }));
   }
-  EXPECT_TRUE(moves([&] { Choose("mnuToolSel_13"); })) << "turned: another place is there";
+  for (const char* way : {"there", "back"}) {
+    EXPECT_TRUE(moves([&] { Choose("mnuToolSel_13"); })) << way;
+    EXPECT_EQ(Picture().pos(), QPoint(0, 0)) << way;
+  }
   EXPECT_TRUE(moves([&] { Find<QComboBox>(*window, "Combo1").setCurrentIndex(0); }));
   EXPECT_EQ(Picture().pos(), QPoint(0, 0));
+}
+
+TEST_F(Viewer, KeepsThePixelInTheMiddleWhenMagnified) {
+  constexpr char kMagnify[] = "mnuToolSel_10";
+  constexpr char kDeMagnify[] = "mnuToolSel_11";
+  const int inMiddle = 611 / 2;
+  OpenSlope("a.fit", 900, 900);
+  Bar("hsbHor").setValue(450 - inMiddle);
+  Bar("vsbVert").setValue(300 - 406 / 2);
+  Choose(kMagnify);
+  Choose(kMagnify);
+  EXPECT_NEAR(inMiddle - Picture().x(), 3 * 450, 3);
+  EXPECT_NEAR(406 / 2 - Picture().y(), 3 * 300, 3);
+  Choose(kDeMagnify);
+  Choose(kDeMagnify);
+  EXPECT_EQ(Picture().pos(), QPoint(inMiddle - 450, 406 / 2 - 300));
+
+  Click(700, 800);  // not in the middle: the marked pixel goes there
+  for (const int factor : {2, 3}) {
+    Choose(kMagnify);
+    EXPECT_EQ(QPoint(cv.MarkX, cv.MarkY), QPoint(700, 800) * factor);
+    EXPECT_EQ(Picture().Point(cv.MarkX, cv.MarkY), QColor(0, 255, 0));
+    EXPECT_NEAR(inMiddle - Picture().x(), 700 * factor, factor);
+  }
+  Choose(kDeMagnify);
+  Choose(kDeMagnify);
+  EXPECT_EQ(QPoint(cv.MarkX, cv.MarkY), QPoint(700, 800));
+  OpenSlope("small.fit", 8, 6);
+  Click(7, 5);
+  Choose(kMagnify);
+  EXPECT_EQ(QPoint(cv.MarkX, cv.MarkY), QPoint(14, 10));
+  EXPECT_EQ(Readout(), "  ");
+  EXPECT_EQ(Picture().pos(), QPoint(0, 0));
+}
+
+TEST_F(Viewer, DescribesTheMarkedPixelWhileThePointerIsNotFree) {
+  const std::string keys = " Arrow keys move the mark, a right click frees the pointer.";
+  OpenFile("b.bmp", GrayBitmap(8, 9, 4, [](int x, int y) { return x + 10 * y; }));
+  OpenFile("a.fit", FitsImage(16, 3, 2, {0, 1000, 2000, 3000, 4000, 5000}));
+  Click(1, 0);
+  EXPECT_EQ(Status(), "Marked at 2, 1. Value 4000, FITS row 2." + keys);
+  QTest::keyClick(&Picture(), Qt::Key_Up);
+  Hover(-1, 0);
+  EXPECT_EQ(Status(), "Marked at 2, 2. Value 1000, FITS row 1." + keys);
+  Find<QComboBox>(*window, "Combo1").setCurrentIndex(0);
+  EXPECT_EQ(Readout(), "  ");
+  EXPECT_EQ(Status(), "Marked at 2, 2. Level " + std::to_string(cv.Display().At(1, 1)) + "." + keys);
+  Choose("mnuToolSel_13");
+  Click(0, 8);
+  Choose("mnuToolSel_13");
+  EXPECT_THAT(Status(), StartsWith("Marked at 1, 4. ")) << "the nearest pixel of the picture";
+  Click(0, 0, Qt::RightButton);
+  EXPECT_EQ(Status(), "");
 }
 
 TEST_F(Viewer, GivesThePictureWhatTheWindowGains) {
