@@ -63,7 +63,6 @@ constexpr ToolKey kToolbar[] = {
 };
 
 constexpr char kNoImage[] = "No image is open.\n\nFile > Open File.";
-constexpr char kBroken[] = "The picture of this image is missing.";
 constexpr int kStatusMargin = 7;  // the text stands under the picture's edge
 constexpr int kButtonGap = 12;
 
@@ -169,9 +168,7 @@ void frmAlign::SwitchAutoAdjust() {
 
 void frmAlign::ShowModal(Dialog dialog) {
   ToolWindow::ShowModal(dialog);
-  // The histogram has read its own pictures into the store.
-  if (dialog == Dialog::Histogram && LoadDisplayBits(cv, cv.SlotBitmap(cv.CurrentSlot)))
-    ShowSlot(cv.CurrentSlot);
+  if (dialog == Dialog::Histogram) ReadShown();
 }
 
 void frmAlign::OpenFile() {
@@ -183,7 +180,7 @@ void frmAlign::OpenFile() {
   }
   // After a cancelled dialog, or for a file that can't be an image, nothing was read: the picture is intact.
   const bool wasRead = KindOf(cv.OpenPath.filename().string()) != ImageKind::Unknown;
-  if (wasRead && cv.ImageCount > 0) ShowSlot(cv.CurrentSlot);
+  if (wasRead && cv.ImageCount > 0) ReadShown();
 }
 
 void frmAlign::CloseFile() {
@@ -212,10 +209,10 @@ void frmAlign::ShowSlot(int slot) {
   cv.CurrentName = cv.SlotName[slot];
   Combo1->Select(slot);
   const Busy busy(os);
-  if (!LoadSlotPicture(cv, os, slot)) return ShowNothing(kBroken);
+  if (!LoadSlotPicture(cv, os, slot)) return ShowBroken();
   if (!area_->LoadPicture(cv.SlotBitmap(slot))) {
     os.Message("The file \"" + SlotBitmapName(slot) + "\" can't be shown.", "FILE OPEN ERROR");
-    return ShowNothing(kBroken);
+    return ShowBroken();
   }
   txbX->setText(QString::number(cv.Width()));
   txbY->setText(QString::number(cv.Height()));
@@ -225,12 +222,19 @@ void frmAlign::ShowSlot(int slot) {
   Enter();
 }
 
+void frmAlign::ReadShown() {
+  const bool isShown = area_->Picture()->HasPicture();
+  if (!isShown || LoadDisplayBits(cv, cv.SlotBitmap(cv.CurrentSlot))) ShowSlot(cv.CurrentSlot);
+}
+
 void frmAlign::DrawCross() {
   const auto& marked = Marks[cv.CurrentSlot];
   if (!marked || AlignedUnsaved) return;
   marking_->DrawCross(marked->mark);
   marking_->ShowReadout(marked->mark);
 }
+
+void frmAlign::ShowBroken() { ShowNothing("The picture of this image is missing."); }
 
 void frmAlign::ShowNothing(const char* reason) {
   marking_->Free();

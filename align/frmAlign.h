@@ -51,6 +51,10 @@ class frmAlign : public ToolWindow {
   void SwitchAutoAdjust();
   void OpenFile();
   void CloseFile();
+  // Reads the shown picture again, after what has read others into the store.
+  void ReadShown();
+  // The picture of the image is lost.
+  void ShowBroken();
   void ShowNothing(const char* reason);
   void Marked(bool byMouse);
   void Unmark();

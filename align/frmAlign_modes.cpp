@@ -2,6 +2,7 @@
 
 #include "align/frmAlign.h"
 #include "core/open_image.h"
+#include "core/slot_picture.h"
 
 namespace corvane {
 namespace {
@@ -20,7 +21,9 @@ std::vector<MarkedSlot> frmAlign::MarkedSlots() const {
 void frmAlign::cmdAlign_Click() {
   if (MarkedSlots().size() < 2) return;
   AlignedUnsaved = AlignMode == kCropMode ? AlignCrops() : AlignMosaic();
-  ShowSlot(cv.CurrentSlot);
+  if (AlignedUnsaved) return ShowSlot(cv.CurrentSlot);
+  // The images are as before, and a message has said why.
+  if (LoadDisplayBits(cv, cv.SlotBitmap(cv.CurrentSlot))) ShowBroken();
 }
 
 bool frmAlign::AlignCrops() {

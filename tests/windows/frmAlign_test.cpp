@@ -236,13 +236,39 @@ TEST_F(AlignWindow, CropsNothingWhereOneImageCannotBe) {
     ExpectLocked(false);
     EXPECT_THAT(Status(), HasSubstr("3 of 3"));
   }
-  Show(0);
   std::filesystem::resize_file(AppFile("2temp.bmp"), 1100);
   const std::string damaged = LastingState();
-  os.Expect("FILE OPEN ERROR", "The file \"2temp.bmp\" is missing or damaged.");
-  Align();
-  EXPECT_EQ(LastingState(), damaged);
-  ExpectLocked(false);
+  for (int shown : {2, 0}) {
+    if (shown == 0) Show(0);
+    os.Expect("FILE OPEN ERROR", "The file \"2temp.bmp\" is missing or damaged.");
+    Align();
+    os.VerifyScript();
+    EXPECT_EQ(Picture().HasPicture(), shown == 0);
+    EXPECT_EQ(LastingState(), damaged);
+    EXPECT_TRUE(Enabled("cmdAlign"));
+  }
+}
+
+TEST_F(AlignWindow, KeepsTheMarkInHandThroughWhatShowsNoOtherImage) {
+  OpenBitmap("a.bmp", 9, 8);
+  OpenWords("b.fit", 9, 8);
+  Click(4, 5);
+  const auto expectInHand = [&](const char* readout) {
+    EXPECT_THAT(Readout(), testing::StartsWith(readout));
+    EXPECT_THAT(Status(), HasSubstr("Arrow keys"));
+    QTest::keyClick(&Picture(), Qt::Key_Right);
+  };
+  desk.dialogs[Dialog::Histogram] = [this] { cv.DisplayBits[0] ^= 0xff; };
+  Choose("mnuToolSel_1");
+  expectInHand("5 6 ");
+  os.Expect("FILE ERROR", testing::_);
+  OpenFile("short.fit", FitsImage(16, 9, 8, {}).substr(0, 3000));
+  expectInHand("6 6 ");
+  os.CancelOpen();
+  Choose("mnuFileSel_0");
+  expectInHand("7 6 ");
+  EXPECT_THAT(Readout(), testing::StartsWith("8 6 "));
+  EXPECT_EQ(Readout(), "8 6 " + std::to_string(SlotPicture(1).View().At(7, 5)));
 }
 
 TEST_F(AlignWindow, UndoMakesPicturesAgainWhoseHoldFilesVanished) {
