@@ -95,8 +95,13 @@ frmCombine::frmCombine(ModCV& store, Platform& platform, Desk& windows)
   AddHelpMenu();
   AddToolbar(kToolbar);
   LayOut();
-  for (Input* input : {&first_, &second_})
+  for (Input* input : {&first_, &second_}) {
     connect(input->list, &ImageList::Chosen, this, [this, input](int slot) { Show(*input, slot); });
+    // The entry that is selected already makes its image the current one again.
+    connect(input->list, &QComboBox::activated, this, [this, input](int slot) {
+      if (slot != cv.CurrentSlot) Show(*input, slot);
+    });
+  }
   cmdSave->setToolTip("Save to a file");
   OnClick(cmdCombine, [this] { cmdCombine_Click(); });
   OnClick(cmdUndo, [this] { cmdUndo_Click(); });

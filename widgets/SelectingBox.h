@@ -10,7 +10,10 @@ class SelectingBox : public QLineEdit {
  protected:
   void focusInEvent(QFocusEvent* event) override {
     QLineEdit::focusInEvent(event);
-    QTimer::singleShot(0, this, &QLineEdit::selectAll);
+    // Once a click has placed the cursor. The focus may be gone by then.
+    QTimer::singleShot(0, this, [this] {
+      if (hasFocus()) selectAll();
+    });
   }
 };
 

@@ -1,7 +1,10 @@
+#include <QAbstractItemView>
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QTest>
 #include <cerrno>
 
 #include "core/slot_picture.h"
@@ -98,6 +101,12 @@ TEST_F(CombineWindow, OpensOnTheCurrentImageAndShowsWhatIsChosen) {
   EXPECT_EQ(cv.CurrentSlot, 0);
   Start();
   EXPECT_EQ(Shown("Label1") + Shown("Label2"), "Image #1: first.fitImage #2: first.fit");
+  ChooseImages(0, 1);
+  auto& list = Find<QComboBox>(*window, "Combo1");
+  list.showPopup();
+  QTest::keyClick(list.view(), Qt::Key_Return);
+  EXPECT_EQ(cv.CurrentSlot, 0) << "the entry that was selected already";
+  EXPECT_EQ(window->windowTitle(), " Corvane Image Combiner: Displayed Image = first.fit");
   desk.dialogs[Dialog::Histogram] = [this] { EXPECT_EQ(Pixels(cv.Display())[2], 200); };
   ChooseImages(0, 1);
   ChooseImages(1, 0);
@@ -126,9 +135,13 @@ TEST_F(CombineWindow, CombinesByEveryMethodAtBothPrecisions) {
       Start();
       Box("Text1").setText("-1.5");
       Box("Text2").setText("0.5");
+      QApplication::setActiveWindow(window.get());
+      Find<QWidget>(*window, "cmdCombine").setFocus();
       Combine(0, 1, c.option);
       EXPECT_EQ(Box("Text1").text(), "1.5");
       EXPECT_EQ(Locks(), kLocked);
+      QCoreApplication::processEvents();
+      EXPECT_EQ(Box("Text1").selectedText() + Box("Text2").selectedText(), "") << "the focus went by";
       if (bits == 8) {
         EXPECT_EQ(LevelsOf(Picture("Image3")), (std::vector<int>{0, 0, c.level, 0, 0, 0}));
       }
