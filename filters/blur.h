@@ -48,9 +48,9 @@ ALWAYS_INLINE int Limited(int value, int least, int most) {
 }
 
 // Rows that are summed at a time; the column sums of so many rows share the values they load.
-inline constexpr int kRowsAtOnce = 4;
+inline constexpr int kRowsAtOnce = 8;
 // Columns of a step.
-inline constexpr int kStep = 2 * kLanes;
+inline constexpr int kStep = kLanes;
 // Values that may be read or written beyond a working row.
 inline constexpr int kSlack = 4 * kLanes + 16;
 
@@ -76,29 +76,22 @@ ALWAYS_INLINE void SumAlong(const float* in, float* out, int count) {
 
 // The blurred values of kStep columns from x on, in kRowsAtOnce rows; rows[0] is kHalf rows before the first.
 template <class Kernel>
-ALWAYS_INLINE void SumDown(const float* const* rows, int x, Floats (&sums)[kRowsAtOnce][2]) {
+ALWAYS_INLINE void SumDown(const float* const* rows, int x, Floats (&sums)[kRowsAtOnce]) {
 #pragma GCC unroll 32
   for (int i = 0; i < 2 * Kernel::kHalf + kRowsAtOnce; ++i) {
-    const Floats values[2] = {Load<Floats>(rows[i] + x), Load<Floats>(rows[i] + x + kLanes)};
-#pragma GCC unroll 4
+    const Floats value = Load<Floats>(rows[i] + x);
+#pragma GCC unroll 8
     for (int t = 0; t < kRowsAtOnce; ++t) {
       const int j = i - t;
       if (j < 0 || j > 2 * Kernel::kHalf) continue;
       const int distance = j < Kernel::kHalf ? Kernel::kHalf - j : j - Kernel::kHalf;
-      const Floats weight = Broadcast(Kernel::Weight(distance));
-#pragma GCC unroll 2
-      for (int v = 0; v < 2; ++v) {
-        const Floats product = values[v] * weight;
-        sums[t][v] = j == 0 ? product : sums[t][v] + product;
-      }
+      const Floats product = value * Broadcast(Kernel::Weight(distance));
+      sums[t] = j == 0 ? product : sums[t] + product;
     }
   }
   const Floats normalizer = Broadcast(NormalizerOf<Kernel>());
-#pragma GCC unroll 4
-  for (int t = 0; t < kRowsAtOnce; ++t) {
-    sums[t][0] /= normalizer;
-    sums[t][1] /= normalizer;
-  }
+#pragma GCC unroll 8
+  for (int t = 0; t < kRowsAtOnce; ++t) sums[t] /= normalizer;
 }
 
 ALWAYS_INLINE void ToFloats(const std::uint8_t* in, float* out, int count) {
@@ -128,18 +121,15 @@ ALWAYS_INLINE void StoreBlock(const Floats (&values)[4], std::uint8_t* out) {
 template <class Kernel, class T>
 ALWAYS_INLINE void BlurBlock(const float* const* rows, int x, T* const* out, int outX) {
   constexpr int kSteps = kBlock<T> / kStep;
-  Floats values[kRowsAtOnce][2 * kSteps];
-#pragma GCC unroll 2
+  Floats values[kRowsAtOnce][kSteps];
+#pragma GCC unroll 4
   for (int step = 0; step < kSteps; ++step) {
-    Floats sums[kRowsAtOnce][2];
+    Floats sums[kRowsAtOnce];
     SumDown<Kernel>(rows, x + step * kStep, sums);
-#pragma GCC unroll 4
-    for (int t = 0; t < kRowsAtOnce; ++t) {
-      values[t][2 * step] = sums[t][0];
-      values[t][2 * step + 1] = sums[t][1];
-    }
+#pragma GCC unroll 8
+    for (int t = 0; t < kRowsAtOnce; ++t) values[t][step] = sums[t];
   }
-#pragma GCC unroll 4
+#pragma GCC unroll 8
   for (int t = 0; t < kRowsAtOnce; ++t) StoreBlock(values[t], out[t] + outX);
 }
 
@@ -148,7 +138,8 @@ template <class Kernel, class T>
 ALWAYS_INLINE void BlurRows(const float* const* rows, int width, T* const* out) {
   if (width < kBlock<T>) {
     T apart[kRowsAtOnce][kBlock<T>];
-    T* const parts[kRowsAtOnce] = {apart[0], apart[1], apart[2], apart[3]};
+    T* parts[kRowsAtOnce];
+    for (int t = 0; t < kRowsAtOnce; ++t) parts[t] = apart[t];
     BlurBlock<Kernel>(rows, 0, parts, 0);
     for (int t = 0; t < kRowsAtOnce; ++t) __builtin_memcpy(out[t], apart[t], width * sizeof(T));
     return;
