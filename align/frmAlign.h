@@ -74,7 +74,6 @@ class frmAlign : public ToolWindow {
   void UndoCrops();
   // False where the result, or a part of it, still waits to be saved or undone.
   bool SaveCrops();
-  bool SaveNextCrop();
   bool SaveMosaicAs();
   // Ready for new marks.
   void Finish();

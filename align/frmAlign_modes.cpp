@@ -68,23 +68,20 @@ void frmAlign::cmdSave_Click() {
 }
 
 bool frmAlign::SaveCrops() {
-  while (!cropped_.empty()) {
-    if (!SaveNextCrop()) return false;
-    cropped_.erase(cropped_.begin());
+  for (auto next = cropped_.begin(); next != cropped_.end();) {
+    ShowSlot(next->slot);
+    if (!area_->Picture()->HasPicture()) return false;
+    const SaveChoice choice = ChooseSaveFile(cv, os, SaveRequest(cv, kSaveTitle));
+    if (choice.outcome == SaveChoice::Outcome::Refused) return false;
+    if (choice.outcome == SaveChoice::Outcome::Cancelled) {
+      ++next;
+      continue;
+    }
+    if (!SaveCrop(cv, os, desk, *next, choice.target)) return false;
+    Combo1->Rename(next->slot, cv.SlotName[next->slot]);
+    next = cropped_.erase(next);
   }
-  return true;
-}
-
-bool frmAlign::SaveNextCrop() {
-  CroppedSlot& cropped = cropped_.front();
-  const int slot = cropped.slot;
-  ShowSlot(slot);
-  if (!area_->Picture()->HasPicture()) return false;
-  const SaveChoice choice = ChooseSaveFile(cv, os, SaveRequest(cv, kSaveTitle));
-  if (choice.outcome == SaveChoice::Outcome::Cancelled) KeepCrop(cv, std::move(cropped));
-  if (choice.outcome != SaveChoice::Outcome::Chosen) return choice.outcome == SaveChoice::Outcome::Cancelled;
-  if (!SaveCrop(cv, os, desk, cropped, choice.target)) return false;
-  Combo1->Rename(slot, cv.SlotName[slot]);
+  for (CroppedSlot& passedOver : cropped_) KeepCrop(cv, std::move(passedOver));
   return true;
 }
 

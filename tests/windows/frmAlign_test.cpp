@@ -221,6 +221,21 @@ TEST_F(AlignWindow, AFailedSaveLeavesItAndTheRestToBeSavedOrUndone) {
   EXPECT_THAT(WorkingFiles(), ElementsAre("0temp.bmp", "1temp.bmp", "2temp.bmp"));
 }
 
+TEST_F(AlignWindow, UndoesTheImagesPassedOverBeforeASaveThatFails) {
+  OpenWords("a.fit", 9, 8);
+  OpenBitmap("b.bmp", 9, 9);
+  const std::string before = LastingState();
+  MarkAt(0, 3, 3);
+  MarkAt(1, 4, 3);
+  Align();
+  std::filesystem::create_directory(UserFile("folder.bmp"));
+  os.Expect("DATA SAVE ERROR", HasSubstr("Error Number "));
+  Save({"", "folder.bmp"});
+  ExpectLocked(true);
+  Undo();
+  EXPECT_EQ(LastingState(), before);
+}
+
 TEST_F(AlignWindow, CropsNothingWhereOneImageCannotBe) {
   OpenWords("a.fit", 9, 8);
   OpenWords("b.fit", 9, 8);
