@@ -60,6 +60,8 @@ void frmExamine::EndView() {
 }
 
 bool frmExamine::ShowSlotPicture() {
+  const QSize before = area_->Picture()->PictureSize();
+  const Mark mark = SlotPixel(marking_->Marker());
   EndView();
   const Busy busy(os);
   if (!LoadSlotPicture(cv, os, cv.CurrentSlot)) {
@@ -68,6 +70,11 @@ bool frmExamine::ShowSlotPicture() {
   }
   slotWidth_ = cv.Width();
   slotHeight_ = cv.Height();
+  if (marking_->MarkerMode() && before != QSize(slotWidth_, slotHeight_)) {
+    // No longer magnified, unless it is the magnified picture that was saved.
+    cv.MarkX = static_cast<float>(mark.x);
+    cv.MarkY = static_cast<float>(mark.y);
+  }
   return ShowFile(cv.SlotBitmap(cv.CurrentSlot));
 }
 

@@ -247,9 +247,11 @@ TEST_F(Viewer, KeepsThePixelInTheMiddleWhenMagnified) {
     EXPECT_EQ(Picture().Point(cv.MarkX, cv.MarkY), QColor(0, 255, 0));
     EXPECT_NEAR(inMiddle - Picture().x(), 700 * factor, factor);
   }
-  Choose(kDeMagnify);
-  Choose(kDeMagnify);
+  Choose("mnuToolSel_6");
   EXPECT_EQ(QPoint(cv.MarkX, cv.MarkY), QPoint(700, 800));
+  Choose(kMagnify);
+  SaveTo("magnified.bmp");
+  EXPECT_EQ(QPoint(cv.MarkX, cv.MarkY), QPoint(1400, 1600)) << "the picture is the same";
   OpenSlope("small.fit", 8, 6);
   Click(7, 5);
   Choose(kMagnify);
