@@ -65,13 +65,14 @@ class ColorWindow : public ToolFixture {
     std::ostringstream enabled;
     for (const char* name : {"cmdCombine", "cmdCancel", "cmdSave", "ComboR", "ComboG", "ComboB", "Toolbar1"})
       if (Find<QWidget>(*window, name).isEnabled()) enabled << name << ' ';
-    for (const char* name :
-         {kOpen, kClose, "mnuFileSel_3", kPrint, kExit, "mnuToolSel_0", "mnuToolSel_1", "mnuHelpSel_0"})
+    for (const char* name : {kOpen, kClose, "mnuFileSel_3", "mnuFileSel_4", "mnuFileSel_5", kPrint, kExit,
+                             "mnuToolSel_0", "mnuToolSel_1", "mnuHelpSel_0"})
       if (Item(name).isEnabled()) enabled << name << ' ';
     return enabled.str();
   }
   const std::string kNoComposite =
-      "cmdCombine ComboR ComboG ComboB Toolbar1 mnuFileSel_0 mnuFileSel_1 mnuFileSel_3 mnuFileSel_7 "
+      "cmdCombine ComboR ComboG ComboB Toolbar1 mnuFileSel_0 mnuFileSel_1 mnuFileSel_3 mnuFileSel_4 "
+      "mnuFileSel_5 mnuFileSel_7 "
       "mnuFileSel_9 mnuToolSel_0 mnuToolSel_1 mnuHelpSel_0 ";
   const std::string kComposite = "cmdCancel cmdSave mnuFileSel_7 mnuFileSel_9 mnuHelpSel_0 ";
   // All that a command which does nothing must leave alone; short, as nobody reads it.
@@ -112,7 +113,8 @@ class ColorWindow : public ToolFixture {
 TEST_F(ColorWindow, OpensWithTheCurrentImageAsEverySource) {
   Start();
   EXPECT_EQ(Title(), "  Corvane RGB Composite");
-  EXPECT_EQ(Enabled(), "Toolbar1 mnuFileSel_0 mnuFileSel_3 mnuFileSel_9 mnuHelpSel_0 ");
+  EXPECT_EQ(Enabled(),
+            "Toolbar1 mnuFileSel_0 mnuFileSel_3 mnuFileSel_4 mnuFileSel_5 mnuFileSel_9 mnuHelpSel_0 ");
   Choose(kClose);
   OpenUserImage("a.fit", Field(5, 4, 1));
   OpenUserImage("b.fit", Field(5, 4, 2));
@@ -294,7 +296,8 @@ TEST_F(ColorWindow, OpensAndClosesImagesAndKeepsTheListsInStep) {
   EXPECT_EQ(Colors(Picture("picColor").Flattened()), ExpectedColors({1, 0, 2}, {1, 1, 1}));
   Press(*window, "cmdCancel");
   for (int i = 0; i < 3; ++i) Choose(kClose);
-  EXPECT_EQ(Enabled(), "Toolbar1 mnuFileSel_0 mnuFileSel_3 mnuFileSel_9 mnuHelpSel_0 ");
+  EXPECT_EQ(Enabled(),
+            "Toolbar1 mnuFileSel_0 mnuFileSel_3 mnuFileSel_4 mnuFileSel_5 mnuFileSel_9 mnuHelpSel_0 ");
   EXPECT_TRUE(WorkingFiles().empty());
 
   for (int i = 0; i < 10; ++i) {

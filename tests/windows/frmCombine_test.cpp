@@ -71,22 +71,25 @@ class CombineWindow : public ToolFixture {
     return other.Display().At(2, 0);
   }
   std::string Locks() {
-    return Enabled({"cmdCombine", "cmdUndo", "cmdSave", "Option1", "Option6", "Combo1", "Combo2", "Text1",
-                    "UpDown2", "Toolbar1", "mnuFileSel_0", kClose, "mnuFileSel_3", "mnuFileSel_7",
-                    "mnuToolSel_0", "mnuToolSel_1", kStacker, kPreserve, "mnuHelpSel_0"});
+    return Enabled({"cmdCombine",   "cmdUndo",      "cmdSave",      "Option1",      "Option6",
+                    "Combo1",       "Combo2",       "Text1",        "UpDown2",      "Toolbar1",
+                    "mnuFileSel_0", kClose,         "mnuFileSel_3", "mnuFileSel_4", "mnuFileSel_5",
+                    "mnuFileSel_7", "mnuToolSel_0", "mnuToolSel_1", kStacker,       kPreserve,
+                    "mnuHelpSel_0"});
   }
 };
 
 constexpr char kFree[] =
     "cmdCombine Option1 Option6 Combo1 Combo2 Text1 UpDown2 Toolbar1 mnuFileSel_0 mnuFileSel_1 mnuFileSel_3 "
-    "mnuFileSel_7 mnuToolSel_0 mnuToolSel_1 mnuConfSel_0 mnuConfSel_1 mnuHelpSel_0 ";
+    "mnuFileSel_4 mnuFileSel_5 mnuFileSel_7 mnuToolSel_0 mnuToolSel_1 mnuConfSel_0 mnuConfSel_1 "
+    "mnuHelpSel_0 ";
 constexpr char kLocked[] = "cmdUndo cmdSave mnuFileSel_7 mnuHelpSel_0 ";
 
 TEST_F(CombineWindow, OpensOnTheCurrentImageAndShowsWhatIsChosen) {
   Start();
   EXPECT_EQ(Locks(),
-            "Option1 Option6 Text1 UpDown2 Toolbar1 mnuFileSel_0 mnuFileSel_3 mnuFileSel_7 mnuConfSel_0 "
-            "mnuConfSel_1 mnuHelpSel_0 ");
+            "Option1 Option6 Text1 UpDown2 Toolbar1 mnuFileSel_0 mnuFileSel_3 mnuFileSel_4 mnuFileSel_5 "
+            "mnuFileSel_7 mnuConfSel_0 mnuConfSel_1 mnuHelpSel_0 ");
   os.ChooseToOpen(MakeUserFile("first.fit", Spot(8, 200)));
   Choose("mnuFileSel_0");
   EXPECT_EQ(Shown("Label1") + Shown("Label2"), "Image #1: first.fitImage #2: first.fit");
@@ -178,15 +181,21 @@ TEST_F(CombineWindow, RefusesWhatItCannotCombineAndKeepsEverything) {
   OpenSpots(2, 8);
   OpenUserImage("wide.fit", FitsImage(8, 4, 2, std::vector<double>(8, 1)));
   OpenUserImage("gone.bmp", GrayBitmap(8, 3, 2, [](int, int) { return 9; }));
+  OpenUserImage("high.fit", FitsImage(8, 3, 3, std::vector<double>(9, 1)));
   Start();
   const auto expectUnchanged = [this](const std::string& before) {
     EXPECT_EQ(Locks(), kFree);
     EXPECT_EQ(LastingState(), before);
   };
   std::string before = LastingState();
+  // One thing after the other.
+  Box("Text1").setText("3");
+  Box("Text2").setText("0");
+  os.Expect("ENTRY ERROR", "The minimum multiplier is 0.05 !");
+  os.Expect("ENTRY ERROR", "The maximum multiplier is 2 !");
   os.Expect("METHOD ERROR", "One of the Methods must be selected first.");
   ChooseImages(0, 1);
-  Press(*window, "cmdCombine");
+  for (int i = 0; i < 3; ++i) Press(*window, "cmdCombine");
   expectUnchanged(before);
   for (const Answer answer : {Answer::Cancel, Answer::No, Answer::Yes}) {
     os.Expect("SIZE ERROR",
@@ -194,7 +203,7 @@ TEST_F(CombineWindow, RefusesWhatItCannotCombineAndKeepsEverything) {
               "size and "
               "alignment program?",
               answer);
-    Combine(2, 1);
+    Combine(answer == Answer::No ? 4 : 2, 1);
     EXPECT_EQ(desk.replacedBy.size(), answer == Answer::Yes ? 1u : 0u);
     expectUnchanged(before);
   }
@@ -413,6 +422,8 @@ TEST_F(CombineWindow, AsksBeforeAResultIsLost) {
   os.Expect("UNSAVED FILES", question, Answer::Yes);
   EXPECT_TRUE(window->close());
   EXPECT_THAT(WorkingFiles(), ElementsAre());
+  EXPECT_EQ(os.settings["SaveDir"], cv.SaveDir.string());
+  EXPECT_EQ(os.settings["DefaultDir"], cv.DefaultDir.string());
 }
 
 }  // namespace
