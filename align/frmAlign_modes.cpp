@@ -68,9 +68,14 @@ void frmAlign::cmdSave_Click() {
 }
 
 bool frmAlign::SaveCrops() {
+  bool isOneLost = false;
   for (auto next = cropped_.begin(); next != cropped_.end();) {
     ShowSlot(next->slot);
-    if (!area_->Picture()->HasPicture()) return false;
+    if (!area_->Picture()->HasPicture()) {
+      isOneLost = true;  // Undo can bring it back
+      ++next;
+      continue;
+    }
     const SaveChoice choice = ChooseSaveFile(cv, os, SaveRequest(cv, kSaveTitle));
     if (choice.outcome == SaveChoice::Outcome::Refused) return false;
     if (choice.outcome == SaveChoice::Outcome::Cancelled) {
@@ -81,6 +86,7 @@ bool frmAlign::SaveCrops() {
     Combo1->Rename(next->slot, cv.SlotName[next->slot]);
     next = cropped_.erase(next);
   }
+  if (isOneLost) return false;
   for (CroppedSlot& passedOver : cropped_) KeepCrop(cv, std::move(passedOver));
   return true;
 }

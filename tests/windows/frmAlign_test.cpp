@@ -236,6 +236,23 @@ TEST_F(AlignWindow, UndoesTheImagesPassedOverBeforeASaveThatFails) {
   EXPECT_EQ(LastingState(), before);
 }
 
+TEST_F(AlignWindow, SavesTheOthersWhereThePictureOfOneIsLost) {
+  OpenBitmap("a.bmp", 9, 9);
+  OpenBitmap("b.bmp", 9, 9);
+  const std::string a = ReadFile(AppFile("0temp.bmp"));
+  MarkAt(0, 3, 3);
+  MarkAt(1, 4, 3);
+  Align();
+  std::filesystem::remove(AppFile("0temp.bmp"));
+  os.Expect("FILE OPEN ERROR", "The file \"0temp.bmp\" is missing or damaged.");
+  Save({"saved.bmp"});
+  EXPECT_TRUE(Enabled("cmdCancel"));
+  Undo();
+  EXPECT_THAT(List(), ElementsAre("a.bmp", "saved.bmp"));
+  EXPECT_EQ(ReadFile(AppFile("0temp.bmp")), a);
+  EXPECT_EQ(ReadFile(AppFile("1temp.bmp")), ReadFile(UserFile("saved.bmp")));
+}
+
 TEST_F(AlignWindow, CropsNothingWhereOneImageCannotBe) {
   OpenWords("a.fit", 9, 8);
   OpenWords("b.fit", 9, 8);
