@@ -1,8 +1,5 @@
 #include "analysis/histogram.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "core/slot_picture.h"

@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
-#include <utility>
 
 #include "tests/support/images.h"
 
@@ -40,11 +38,7 @@ struct Cover {
 TEST(Profile, CoversAHundredPixelsAroundTheMarkerAndStopsAtTheEdges) {
   const DisplayBitmap wide = Noise(301, 251, 1);
   const DisplayBitmap narrow = Noise(7, 5, 2);
-  struct Case {
-    const DisplayBitmap& picture;
-    Cover cover;
-  };
-  const Case cases[] = {
+  const std::pair<const DisplayBitmap&, Cover> cases[] = {
       {wide, {150, 120, 101, 200, 70, 169}},   //
       {wide, {0, 0, 0, 50, 0, 49}},            //
       {wide, {300, 250, 251, 300, 200, 250}},  //

@@ -1,7 +1,5 @@
 #include "analysis/views.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 

@@ -167,12 +167,7 @@ TEST_F(BitmapReader, RowsAreCountedFromTheDataOffsetWhateverTheSizeFieldsSay) {
 
 TEST_F(BitmapReader, SaysWhatIsWrongWithAHeader) {
   const std::string sound = BitmapBytes(Spec(24, 4, 4));
-  const struct {
-    std::size_t offset;
-    int size;
-    std::vector<std::uint32_t> values;
-    const char* text;
-  } cases[] = {
+  const std::tuple<std::size_t, int, std::vector<std::uint32_t>, const char*> cases[] = {
       {14, 4, {12, 108}, kUnsupported},
       {30, 4, {1, 0x01000000}, kCompressed},
       {28, 2, {0, 1, 4, 16, 25, 48, 0x1800}, kUnrecognized},

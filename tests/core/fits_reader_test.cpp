@@ -1,13 +1,11 @@
 #include "core/fits_reader.h"
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <fstream>
 #include <tuple>
-#include <vector>
 
 #include "formats/fits_file.h"
 #include "tests/support/app_dir_fixture.h"
@@ -64,23 +62,19 @@ class FitsReader : public AppDirFixture {
 };
 
 TEST_F(FitsReader, ReadsEveryTypeIntoTheStore) {
-  const struct {
-    int bitpix;
-    std::vector<double> raw;
-    std::vector<float> values;
-  } cases[] = {
+  const std::tuple<int, std::vector<double>, std::vector<float>> cases[] = {
       {8, {0, 1, 255, 7, 8, 9}, {0, 1, 255, 7, 8, 9}},
       {16, {0, 1, 65535, -2, 32767, 9}, {0, 1, 65535, 65534, 32767, 9}},
       {32, {0, -1, 70000, 3, 4, -2147483648.0}, {0, -1, 70000, 3, 4, -2147483648.0f}},
       {-32, {1, -2.5, 1e30, 3, 4, 5}, {1, -2.5, 0x1.93e5p+99f, 3, 4, 5}},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.bitpix);
-    Read(FitsImage(c.bitpix, 3, 2, c.raw));
+  for (const auto& [bitpix, raw, values] : cases) {
+    SCOPED_TRACE(bitpix);
+    Read(FitsImage(bitpix, 3, 2, raw));
     EXPECT_TRUE(cv.HeaderOK);
     EXPECT_FALSE(cv.LoadFailed);
-    EXPECT_EQ(Described(), std::tuple(3, 2, c.bitpix / 8, "5760", 2881));
-    EXPECT_EQ(Values(cv.ImageData.View()), c.values);
+    EXPECT_EQ(Described(), std::tuple(3, 2, bitpix / 8, "5760", 2881));
+    EXPECT_EQ(Values(cv.ImageData.View()), values);
     EXPECT_EQ(cv.HeaderCount, 6);
     EXPECT_EQ(cv.HeaderCards.back(), RawCard("END"));
   }

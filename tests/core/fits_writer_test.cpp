@@ -1,7 +1,5 @@
 #include "core/fits_writer.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -39,10 +37,7 @@ TEST(WrittenCards, AreTheTenCardsAndABlockFilledWithBlanks) {
 
 TEST(WrittenCards, CutNamesToTheirCard) {
   const std::string name60(60, 'n');
-  struct Case {
-    std::string source, originals, value;
-  };
-  const Case cases[] = {
+  const std::tuple<std::string, std::string, std::string> cases[] = {
       {name60, "", "'Original File = " + name60.substr(0, 52) + "'"},
       {std::string(52, 'n'), "", "'Original File = " + std::string(52, 'n') + "'"},
       {"unused", "a.fts, b.fts", "'Original Files: a.fts, b.fts'" + Blanks(40)},
@@ -53,19 +48,16 @@ TEST(WrittenCards, CutNamesToTheirCard) {
       {std::string(51, 'n') + "'x", "", "'Original File = " + std::string(51, 'n') + "' "},
       {"M\xC3\xA4rz\t.fts", "", "'Original File = M?rz?.fts'" + Blanks(43)},
   };
-  for (const Case& c : cases) {
+  for (const auto& [source, originals, value] : cases) {
     const std::string card =
-        WrittenCards({.source = c.source, .originalFiles = c.originals, .comment = CommentValue("")})[7];
-    EXPECT_EQ(card, "COMMENT = " + c.value);
+        WrittenCards({.source = source, .originalFiles = originals, .comment = CommentValue("")})[7];
+    EXPECT_EQ(card, "COMMENT = " + value);
   }
 }
 
 TEST(CommentValue, IsAlwaysSeventyCharactersBetweenQuotes) {
   const std::string text68(68, 'c');
-  struct Case {
-    std::string typed, value;
-  };
-  const Case cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {"", "'...'" + Blanks(65)},
       {text68, "'" + text68 + "'"},
       {text68 + "ut", "'" + text68 + "'"},
@@ -74,9 +66,9 @@ TEST(CommentValue, IsAlwaysSeventyCharactersBetweenQuotes) {
       {std::string(40, '\''), "'" + std::string(68, '\'') + "'"},
       {"caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x94\xAD", "'caf? ? ?'" + Blanks(60)},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(CommentValue(c.typed), c.value);
-    EXPECT_EQ(CommentValue(c.typed).size(), 70u);
+  for (const auto& [typed, value] : cases) {
+    EXPECT_EQ(CommentValue(typed), value);
+    EXPECT_EQ(CommentValue(typed).size(), 70u);
   }
 }
 
@@ -133,11 +125,7 @@ class FitsWriting : public AppDirFixture {
 // Every value goes through the stated operations in single precision, and so do the ends of the range.
 TEST_F(FitsWriting, DataAreBroughtIntoTheRangeOfTheirKind) {
   using Rule = float (*)(float);
-  const struct {
-    int code;
-    float lowest, highest;
-    Rule rule;
-  } cases[] = {
+  const std::tuple<int, float, float, Rule> cases[] = {
       {2, 0, 32767, [](float v) { return v; }},
       {2, 12, 900, [](float v) { return v; }},
       {2, -100, 900, [](float v) { return v + 100; }},

@@ -1,7 +1,5 @@
 #include "core/open_image.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <tuple>
 
@@ -57,11 +55,11 @@ TEST_F(Opening, AsksAsTheViewerDoes) {
 TEST_F(Opening, FillsTheNextSlot) {
   std::filesystem::create_directory(UserFile("night"));
   os.ChooseToOpen(MakeFits("night/a.fits", 200));
-  EXPECT_EQ(OpenImage(cv, os, OpenRequest(cv, "File to View")), 0);
+  ExpectHourglass([&] { EXPECT_EQ(OpenImage(cv, os, OpenRequest(cv, "File to View")), 0); });
   EXPECT_EQ(cv.DefaultDir, UserFile("night"));
-  EXPECT_EQ(Open(MakeBitmap("b.bmp", 77)), 1);
+  const auto bitmap = MakeBitmap("b.bmp", 77);
+  ExpectHourglass([&] { EXPECT_EQ(Open(bitmap), 1); });
   EXPECT_EQ(cv.ImageCount, 2);
-  EXPECT_EQ(os.hourglasses, 2);
   EXPECT_EQ(cv.CurrentSlot, 1);
   EXPECT_EQ(cv.OpenTitle, "b.bmp");
   EXPECT_EQ(cv.DefaultDir, UserFile("").parent_path());
@@ -96,12 +94,7 @@ TEST_F(Opening, CancelIsSilentAndADialogThatFailedIsReported) {
 TEST_F(Opening, ARefusedFileLeavesTheSlotsAsTheyWere) {
   OpenThree();
   const std::string before = LastingState();
-  struct Case {
-    const char* name;
-    std::string bytes, title;
-    testing::Matcher<const std::string&> text;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, std::string, std::string, testing::Matcher<const std::string&>> cases[] = {
       {"image.Fit", FitsImage(8, 1, 1, {0}), "UNRECOGNISED FILE EXTENSION ",
        "File extension must be '.bmp', '.fit', '.fts' or '.ftz'."},
       {"bad.fts", std::string(2880, 'x'), "MISSING END CARD", testing::HasSubstr("END")},
@@ -109,15 +102,15 @@ TEST_F(Opening, ARefusedFileLeavesTheSlotsAsTheyWere) {
       {"bad.bmp", std::string(100, 'x'), "FILE TYPE ERROR",
        "The file selected is not a proper Windows image bitmap."},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    os.Expect(c.title, c.text);
-    if (c.title == "FILE TYPE ERROR") {
+  for (const auto& [name, bytes, title, text] : cases) {
+    SCOPED_TRACE(name);
+    os.Expect(title, text);
+    if (title == "FILE TYPE ERROR") {
       // One message for each fault.
       os.Expect("FILE OPEN ERROR", testing::_);
       os.Expect("FILE OPEN ERROR", testing::_);
     }
-    EXPECT_EQ(Open(MakeUserFile(c.name, c.bytes)), std::nullopt);
+    EXPECT_EQ(Open(MakeUserFile(name, bytes)), std::nullopt);
     os.VerifyScript();
     EXPECT_EQ(LastingState(), before);
     EXPECT_FALSE(os.busy);

@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cmath>
 #include <limits>
-#include <span>
 #include <tuple>
 
 #include "core/working_files.h"
@@ -100,11 +99,7 @@ class Render : public AppDirFixture {
 };
 
 TEST_F(Render, TheScaleFollowsTheKindOfData) {
-  const struct {
-    int bytesPerPixel;
-    std::vector<float> values;
-    float scale;
-  } cases[] = {
+  const std::tuple<int, std::vector<float>, float> cases[] = {
       {1, {0, 1000}, 1},         {2, {1000, 1200}, 1},  {2, {1000, 1254.9f}, 1},  {2, {1000, 1255}, 1},
       {2, {1000, 2000}, 0.255f}, {4, {-5, 5}, 1},       {4, {-500, 500}, 0.255f}, {-4, {0, 0.5f}, 510},
       {-4, {7, 7}, 1},           {-4, {kNan, kNan}, 1}, {2, {kNan, kNan}, 1},     {-4, {0, 1000}, 0.255f},
@@ -148,10 +143,7 @@ TEST_F(Render, WritesTheSlotAboutToBeAddedTopRowLast) {
 }
 
 TEST_F(Render, ASavedSlotIsStretchedWheneverItsRangeIsWiderThanOne) {
-  const struct {
-    std::vector<float> values;
-    float scale;
-  } cases[] = {
+  const std::pair<std::vector<float>, float> cases[] = {
       {{1000, 1200}, 255.0f / 200}, {{3, 4}, 1}, {{3, 5}, 127.5f}, {{7, 7}, 1}, {{kNan, kNan}, 1},
       {{16777218, 16777220}, 1},  // the minimum plus one rounds to the maximum
   };

@@ -3,7 +3,6 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
-#include <string>
 
 #include "core/working_files.h"
 #include "tests/support/file_makers.h"

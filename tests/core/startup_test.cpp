@@ -1,7 +1,5 @@
 #include "core/startup.h"
 
-#include <gtest/gtest.h>
-
 #include <tuple>
 
 #include "tests/support/app_dir_fixture.h"

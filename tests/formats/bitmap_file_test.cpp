@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <vector>
 
 #include "tests/support/file_makers.h"
 #include "tests/support/test_files.h"

@@ -1,12 +1,7 @@
 #include "formats/fits_format.h"
 
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <cmath>
-#include <cstring>
-#include <string>
-#include <vector>
 
 #include "formats/fits_pixels.h"
 #include "tests/support/file_makers.h"
@@ -258,30 +253,22 @@ TEST(ReadLayout, RefusesAValueThatIsNoNumber) {
 TEST(ReadLayout, RefusesOneSenselessCardAmongGoodOnes) {
   const Cards good = ImageCards(16, 3, 3);
   const Refusal unknownType{"FILE ERROR", "Unrecognized case of bits per pixel. Display cancelled."};
-  const struct {
-    std::size_t index;
-    const char* keyword;  // "" takes the card away
-    std::vector<const char*> values;
-    Refusal refusal;
-  } cases[] = {
+  const auto fault = [](const char* axis, const char* what) {
+    return Fault("The value of the " + std::string(axis) + " card is " + what);
+  };
+  const Refusal wide{"PROGRAM LIMIT", "Case of 'BITPIX= -64' is not implemented! Display cancelled."};
+  const char whole[] = "not a whole number of at least 1.";
+  // The card to change and its new keyword, "" to take it away.
+  const std::tuple<std::size_t, const char*, std::vector<const char*>, Refusal> cases[] = {
       {1, "BITPIX", {"64", "0", "-16", "16.5", "24"}, unknownType},
-      {1,
-       "BITPIX",
-       {"-64"},
-       {"PROGRAM LIMIT", "Case of 'BITPIX= -64' is not implemented! Display cancelled."}},
+      {1, "BITPIX", {"-64"}, wide},
       {1, "", {""}, Refusal{}},  // silent
       {3, "", {""}, Fault("The header has no NAXIS1 card.")},
       {4, "", {""}, Fault("The header has no NAXIS2 card.")},
-      {2, "NAXIS", {"0", "1", "-2"}, Fault("The value of the NAXIS card is below 2.")},
-      {3,
-       "NAXIS1",
-       {"0", "-5", "2.5", "1e-30"},
-       Fault("The value of the NAXIS1 card is not a whole number of at least 1.")},
-      {4, "NAXIS2", {"0"}, Fault("The value of the NAXIS2 card is not a whole number of at least 1.")},
-      {3,
-       "NAXIS1",
-       {"16777217", "4294967297", "1e30"},
-       Fault("The value of the NAXIS1 card is too large for a picture.")},
+      {2, "NAXIS", {"0", "1", "-2"}, fault("NAXIS", "below 2.")},
+      {3, "NAXIS1", {"0", "-5", "2.5", "1e-30"}, fault("NAXIS1", whole)},
+      {4, "NAXIS2", {"0"}, fault("NAXIS2", whole)},
+      {3, "NAXIS1", {"16777217", "4294967297", "1e30"}, fault("NAXIS1", "too large for a picture.")},
   };
   EXPECT_EQ(RefusalOf(Cards(good.begin(), good.begin() + 2)), Fault("The header has no NAXIS card."));
   for (const auto& [index, keyword, values, refusal] : cases) {

@@ -1,13 +1,9 @@
 #include "luminance/curves.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <string>
-#include <vector>
 
 #include "luminance/curve_kernels.h"
 #include "luminance/portable_math.h"
@@ -20,11 +16,7 @@ namespace {
 constexpr float kBlank = std::numeric_limits<float>::quiet_NaN();
 
 TEST(ScalePixel, GivesTheWorkedValues) {
-  const struct {
-    Scaling scaling;
-    int level;
-    int expected;
-  } cases[] = {
+  const std::tuple<Scaling, int, int> cases[] = {
       {{0, 0, 255}, 77, 77},       {{1, 0, 255}, 0, 0},       {{1, 0, 255}, 1, 32},
       {{1, 0, 255}, 255, 255},     {{1, 0, 255}, 15, 128},  // ln 16 is half of ln 256: 127.5, to even
       {{2, 0, 255}, 255, 255},                              // 254.57
@@ -39,9 +31,9 @@ TEST(ScalePixel, GivesTheWorkedValues) {
       {{-1, 100, 200}, 50, 0},     {{8, 100, 200}, 130, 30},  // no such curve: the level above the clip
   };
   OnEveryInstructionSet([&] {
-    for (const auto& c : cases) {
-      SCOPED_TRACE(testing::Message() << "mode " << c.scaling.mode << " level " << c.level);
-      EXPECT_EQ(ScalePixel(c.scaling, static_cast<std::uint8_t>(c.level)), c.expected);
+    for (const auto& [scaling, level, expected] : cases) {
+      SCOPED_TRACE(testing::Message() << "mode " << scaling.mode << " level " << level);
+      EXPECT_EQ(ScalePixel(scaling, static_cast<std::uint8_t>(level)), expected);
     }
   });
 }
@@ -68,25 +60,21 @@ TEST(ScaleMap, DrawsEachCurve) {
             (std::vector<Stroke>{{10, 0, 10, 10, kWhite}, {10, 10, 200, 255, kWhite}}));
   EXPECT_TRUE(ScaleMap({8, 10, 200}).empty());
 
-  const struct {
-    Scaling scaling;
-    int t;
-    double height;
-  } points[] = {
+  const std::tuple<Scaling, int, double> points[] = {
       {{1, 20, 120}, 0, -637.5},  // ln 0.00001 / ln 100 = -2.5
       {{1, 20, 120}, 10, 127.5},  {{2, 20, 120}, 100, 255},
       {{2, 20, 120}, 1, 55.0218},  // 255 / 100^0.333
       {{3, 20, 120}, 25, 127.5},  {{4, 20, 120}, 50, 63.75},
       {{5, 20, 120}, 50, 31.875}, {{6, 20, 120, 4.0f}, 50, 15.9375},
   };
-  for (const auto& p : points) {
-    SCOPED_TRACE(testing::Message() << "mode " << p.scaling.mode);
-    const std::vector<Stroke> map = ScaleMap(p.scaling);
+  for (const auto& [scaling, t, height] : points) {
+    SCOPED_TRACE(testing::Message() << "mode " << scaling.mode);
+    const std::vector<Stroke> map = ScaleMap(scaling);
     ASSERT_EQ(map.size(), 101u);
     EXPECT_EQ(map[0].x1, 20);
     EXPECT_EQ(map[0].y1, 0);
-    EXPECT_EQ(map[p.t].x2, 20 + p.t);
-    EXPECT_NEAR(map[p.t].y2, p.height, 0.001);
+    EXPECT_EQ(map[t].x2, 20 + t);
+    EXPECT_NEAR(map[t].y2, height, 0.001);
     for (std::size_t i = 1; i < map.size(); ++i) EXPECT_EQ(map[i].y1, map[i - 1].y2);
   }
 }
@@ -114,31 +102,28 @@ float SlowTransfer(const Scaling& s, float minimum, float maximum, float p) {
 }
 
 TEST(EveryCurve, OnPhysicalValuesEqualsTheDefinition) {
-  const struct {
-    float minimum;
-    float maximum;
-  } ranges[] = {{0, 0.5f}, {3, 3},     {0, 1},      {0, 1.5f},  {10, 110},
-                {0, 255},  {0, 32767}, {-500, 500}, {900, 1200}};
+  const std::tuple<float, float> ranges[] = {{0, 0.5f}, {3, 3},     {0, 1},      {0, 1.5f},  {10, 110},
+                                             {0, 255},  {0, 32767}, {-500, 500}, {900, 1200}};
   const int clips[][2] = {{0, 255}, {30, 200}, {0, 16}, {239, 255}};
   OnEveryInstructionSet([&] {
     for (int mode = 0; mode < 8; ++mode) {
       for (const float exponent : {0.1f, 1.7f, 10.0f}) {
         if (mode != 6 && exponent != 1.7f) continue;
-        for (const auto& range : ranges) {
+        for (const auto& [minimum, maximum] : ranges) {
           for (const auto& [low, high] : clips) {
             const Scaling scaling{mode, low, high, exponent};
             SCOPED_TRACE(testing::Message()
-                         << "mode " << mode << " exponent " << exponent << " values " << range.minimum << ".."
-                         << range.maximum << " clips " << low << ".." << high);
-            const float reach = range.maximum - range.minimum + 1;
-            FloatImage image = NoiseFloats(71, 9, 5, range.minimum - reach / 4, range.maximum + reach / 4);
-            image.Edit().values[0] = range.minimum;
-            image.Edit().values[1] = range.maximum;
+                         << "mode " << mode << " exponent " << exponent << " values " << minimum << ".."
+                         << maximum << " clips " << low << ".." << high);
+            const float reach = maximum - minimum + 1;
+            FloatImage image = NoiseFloats(71, 9, 5, minimum - reach / 4, maximum + reach / 4);
+            image.Edit().values[0] = minimum;
+            image.Edit().values[1] = maximum;
             image.Edit().values[2] = kBlank;
             const std::vector<float> before = Values(image.View());
-            ScaleData(scaling, range.minimum, range.maximum, image.Edit());
+            ScaleData(scaling, minimum, maximum, image.Edit());
             for (std::size_t i = 0; i < before.size(); ++i) {
-              const float expected = SlowTransfer(scaling, range.minimum, range.maximum, before[i]);
+              const float expected = SlowTransfer(scaling, minimum, maximum, before[i]);
               const float value = image.View().values[i];
               if (std::isnan(expected)) {
                 ASSERT_TRUE(std::isnan(value));

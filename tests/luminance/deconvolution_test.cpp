@@ -1,13 +1,10 @@
 #include "luminance/deconvolution.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
 #include <numeric>
-#include <vector>
 
 #include "tests/support/images.h"
 #include "tests/support/instruction_sets.h"

@@ -61,4 +61,26 @@ std::string AppDirFixture::LastingState() const {
   return text;
 }
 
+void AppDirFixture::ExpectHourglass(const std::function<void()>& command) {
+  const auto work = [this] {
+    std::string state(cv.DisplayBits.begin(), cv.DisplayBits.end());
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path()))
+      if (entry.is_regular_file()) state += entry.path().string() + ReadFile(entry.path());
+    return state;
+  };
+  const std::string before = work();
+  std::string idle = before;
+  os.onBusy = [&](bool on) {
+    if (on)
+      EXPECT_TRUE(work() == idle) << "work before the hourglass";
+    else
+      idle = work();
+  };
+  command();
+  os.onBusy = nullptr;
+  EXPECT_FALSE(os.busy);
+  EXPECT_TRUE(work() == idle) << "work after the hourglass";
+  EXPECT_FALSE(idle == before) << "no hourglass";
+}
+
 }  // namespace corvane

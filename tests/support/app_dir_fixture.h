@@ -28,6 +28,8 @@ class AppDirFixture : public testing::Test {
   std::vector<std::string> WorkingFiles() const;
   // All that lasts of the store and of the working files, for comparing before and after.
   std::string LastingState() const;
+  // Runs a command that must change the files or the picture, and that only while the cursor is busy.
+  void ExpectHourglass(const std::function<void()>& command);
 
   TemporaryFolder folder;  // first: it outlives the store
   ModCV cv;

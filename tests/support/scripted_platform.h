@@ -59,7 +59,7 @@ class ScriptedPlatform : public Platform {
   std::vector<std::pair<std::filesystem::path, std::string>> helpCalls;  // file, topic
 
   bool busy = false;
-  int hourglasses = 0;  // times that the cursor became busy
+  std::function<void(bool busy)> onBusy;  // runs when the cursor changes
   int yields = 0;
   std::function<void()> onYield;  // runs in the middle of whatever yields
 
@@ -73,8 +73,7 @@ class ScriptedPlatform : public Platform {
     helpCalls.emplace_back(file, topic);
   }
   void BusyCursor(bool on) override {
-    hourglasses += on && !busy;
-    busy = on;
+    if (on != std::exchange(busy, on) && onBusy) onBusy(on);
   }
   void Yield() override {
     ++yields;

@@ -1,7 +1,5 @@
 #include "viewer/geometry.h"
 
-#include <gtest/gtest.h>
-
 #include <utility>
 #include <vector>
 

@@ -1,7 +1,5 @@
 #include "viewer/magnify.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>

@@ -1,13 +1,5 @@
 #include <signal.h>
 
-#include <QComboBox>
-#include <QGuiApplication>
-#include <QPointer>
-#include <QProcess>
-#include <QScreen>
-#include <QSlider>
-#include <QTest>
-
 #include "app/ApplicationDesk.h"
 #include "app/Factory.h"
 #include "platform/QtText.h"
@@ -63,6 +55,26 @@ TEST_F(Application, HasADefaultButtonInEveryDialog) {
       if (button->isDefault()) buttons += button->objectName().toStdString() + ' ';
   }
   EXPECT_EQ(buttons, "cmdOK cmdClose cmdClose cmdApply cmdOK cmdClose cmdApply cmdOK cmdApply ");
+}
+
+TEST_F(Application, LeavesTheWheelToTheWindowWhereAControlHasNoFocus) {
+  OpenUserImage("a.fit", FitsImage(8, 3, 2, std::vector<double>(6)));
+  int controls = 0;
+  for (const Window kind : kWindows) {
+    const auto window = MakeWindow(kind, cv, os, desk);
+    window->Open();
+    for (auto* control : window->findChildren<QWidget*>()) {
+      if (!qobject_cast<QSlider*>(control) && !qobject_cast<QComboBox*>(control)) continue;
+      controls += control->isEnabled();
+      for (const int turn : {-120, 120}) {
+        QWheelEvent event({5, 5}, {5, 5}, {}, {0, turn}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(control, &event);
+        EXPECT_FALSE(event.isAccepted()) << window->objectName().toStdString() << turn;
+      }
+    }
+  }
+  EXPECT_GT(controls, 8);
 }
 
 TEST_F(Application, PlacesDialogsBesideTheMainWindowAndOnTheScreen) {

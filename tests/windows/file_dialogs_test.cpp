@@ -1,8 +1,3 @@
-#include <QComboBox>
-#include <QFileDialog>
-#include <QMessageBox>
-#include <QTest>
-
 #include "platform/FileDialogs.h"
 #include "platform/QtText.h"
 #include "tests/support/app_dir_fixture.h"

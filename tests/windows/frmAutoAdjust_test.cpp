@@ -1,8 +1,5 @@
 #include "align/frmAutoAdjust.h"
 
-#include <QSpinBox>
-#include <QTest>
-
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/window_controls.h"
 
@@ -43,21 +40,16 @@ TEST_F(AutoAdjustWindow, ShowsAndStepsTheSettings) {
 }
 
 TEST_F(AutoAdjustWindow, AppliesWholeNumbersWithinTheLimits) {
-  struct Case {
-    const char* radius;
-    const char* threshold;
-    int takenRadius;
-    int takenThreshold;
-  };
-  const Case cases[] = {{"5", "10", 5, 10},    {"-7", "0", 7, 0},       {"10.5", "50.5", 10, 50},
-                        {"0.6", "-0.5", 1, 0}, {" 2.5 ", "1E1", 2, 10}, {"1.5", "49.5", 2, 50}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.radius);
+  const std::tuple<const char*, const char*, int, int> cases[] = {
+      {"5", "10", 5, 10},    {"-7", "0", 7, 0},       {"10.5", "50.5", 10, 50},
+      {"0.6", "-0.5", 1, 0}, {" 2.5 ", "1E1", 2, 10}, {"1.5", "49.5", 2, 50}};
+  for (const auto& [radius, threshold, takenRadius, takenThreshold] : cases) {
+    SCOPED_TRACE(radius);
     Start();
     cv.AutoAdjustOn = false;
-    Apply(c.radius, c.threshold);
-    EXPECT_EQ(cv.AutoRadius, c.takenRadius);
-    EXPECT_EQ(cv.AutoThreshold, c.takenThreshold);
+    Apply(radius, threshold);
+    EXPECT_EQ(cv.AutoRadius, takenRadius);
+    EXPECT_EQ(cv.AutoThreshold, takenThreshold);
     EXPECT_TRUE(cv.AutoAdjustOn);
     EXPECT_FALSE(window->isVisible());
   }

@@ -1,10 +1,5 @@
 #include "luminance/frmDeConv.h"
 
-#include <QLabel>
-#include <QProgressBar>
-#include <QSpinBox>
-#include <QTest>
-
 #include "luminance/frmSave16.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/images.h"

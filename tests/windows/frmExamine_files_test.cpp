@@ -1,7 +1,3 @@
-#include <QDropEvent>
-#include <QMimeData>
-#include <QUrl>
-
 #include "core/working_files.h"
 #include "luminance/frmDeConv.h"
 #include "platform/QtText.h"
@@ -45,12 +41,7 @@ TEST_F(ViewerFiles, SavesTheDataFromMemoryWithSixteenBitsAndTakesTheNewName) {
 }
 
 TEST_F(ViewerFiles, SavesAViewAsItIsShown) {
-  struct Case {
-    const char* item;
-    QSize size;
-    std::vector<float> rows;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, QSize, std::vector<float>> cases[] = {
       {"mnuToolSel_6", {3, 2}, {32767, 31767, 30767, 29767, 28767, 27767}},
       {"mnuToolSel_13", {2, 3}, {2000, 5000, 1000, 4000, 0, 3000}},
       {"mnuToolSel_14", {3, 2}, {5000, 4000, 3000, 2000, 1000, 0}},
@@ -58,15 +49,15 @@ TEST_F(ViewerFiles, SavesAViewAsItIsShown) {
       {"mnuToolSel_16", {3, 2}, {3000, 4000, 5000, 0, 1000, 2000}},
   };
   ChooseBits(16);
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.item);
+  for (const auto& [item, shownSize, rows] : cases) {
+    SCOPED_TRACE(item);
     OpenFile("a.fit", sixteen);
-    Choose(c.item);
+    Choose(item);
     const std::vector<int> shown = ShownLevels();
     SaveTo("view.fit");
-    EXPECT_THAT(Reread("view.fit"), ElementsAreArray(c.rows));
-    EXPECT_EQ(size, c.size);
-    EXPECT_FALSE(Checked(c.item));
+    EXPECT_THAT(Reread("view.fit"), ElementsAreArray(rows));
+    EXPECT_EQ(size, shownSize);
+    EXPECT_FALSE(Checked(item));
     EXPECT_EQ(ShownLevels(), shown);
     ExpectPictureIsWhole();
     EXPECT_THAT(WorkingFiles(), ElementsAre("0temp.bmp"));

@@ -1,9 +1,3 @@
-#include <QComboBox>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QScrollBar>
-#include <QTest>
-
 #include "filters/filter_table.h"
 #include "tests/windows/preview_fixture.h"
 

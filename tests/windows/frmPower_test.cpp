@@ -1,8 +1,5 @@
 #include "luminance/frmPower.h"
 
-#include <QPushButton>
-#include <QTest>
-
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/window_controls.h"
 

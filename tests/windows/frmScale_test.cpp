@@ -1,7 +1,3 @@
-#include <QComboBox>
-#include <QTest>
-#include <QWheelEvent>
-
 #include "tests/windows/preview_fixture.h"
 
 namespace corvane {
@@ -65,19 +61,6 @@ TEST_F(ScaleWindow, KeepsItsClipsSixteenLevelsApart) {
     for (const int level : {100, 116, 250}) EXPECT_FALSE(HasMarker(picture, level)) << picture << level;
   }
   EXPECT_TRUE(MapHas(101, 0) && MapHas(130, 255));
-}
-
-TEST_F(ScaleWindow, LeavesTheWheelToTheWindowWhereAControlHasNoFocus) {
-  OpenEveryLevel();
-  for (const char* name : {"sldLow", "Combo1"}) {
-    auto& control = Find<QWidget>(*window, name);
-    Slider("sldHigh").setFocus();
-    QWheelEvent event({5, 5}, control.mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&control, &event);
-    EXPECT_EQ(Clips(), "0 255");
-    EXPECT_EQ(Curve().currentIndex(), 0);
-  }
 }
 
 TEST_F(ScaleWindow, CallsTheLowLevelBrightnessWithThatCurveAlone) {

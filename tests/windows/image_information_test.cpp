@@ -1,6 +1,3 @@
-#include <QTest>
-#include <QTextEdit>
-
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/file_makers.h"
 #include "tests/support/window_controls.h"

@@ -1,7 +1,6 @@
 // Working files that vanish or are damaged while the program runs: what can be made again is made again,
 // nothing that is on screen is lost, and one message says what happened.
 
-#include <algorithm>
 #include <cstdlib>
 
 #include "core/working_files.h"

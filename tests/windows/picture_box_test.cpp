@@ -2,7 +2,9 @@
 
 #include "tests/support/file_makers.h"
 #include "tests/support/test_files.h"
+#include "tests/support/window_controls.h"
 #include "widgets/PictureBox.h"
+#include "widgets/Thumbnail.h"
 
 namespace corvane {
 namespace {
@@ -37,6 +39,14 @@ TEST(PictureBox, DrawsStrokesOnALayerBothEndsIncluded) {
   EXPECT_EQ(box.Point(0, 0), ToQt(kDarkGray));
   for (const int i : {1, 2, 3}) EXPECT_EQ(box.Point(i, i + 3), Qt::black) << i;
   EXPECT_FALSE(box.Point(9, 0).isValid());
+  // Also on a finer screen, where ctest runs this a second time.
+  const QImage shown = box.grab().toImage();
+  const int fine = static_cast<int>(shown.devicePixelRatio());
+  const auto ink = [&](bool ofRows) {
+    const auto runs = InkRuns(shown, QRect(QPoint(0, 0), QSize(6, 3) * fine), ofRows);
+    return runs.empty() ? QRect() : runs.front() | runs.back();
+  };
+  EXPECT_EQ(ink(false) & ink(true), QRect(QPoint(1, 0) * fine, QSize(3, 3) * fine)) << "the slanting line";
 
   QImage picture(9, 7, QImage::Format_RGB32);
   picture.fill(Qt::blue);
@@ -49,17 +59,20 @@ TEST(PictureBox, DrawsStrokesOnALayerBothEndsIncluded) {
   EXPECT_EQ(box.Point(2, 3), Qt::white);
 }
 
+TEST(Thumbnail, IsAsFineAsTheScreen) {
+  const TemporaryFolder folder;
+  WriteFile(folder.Path() / "a.bmp", GrayBitmap(8, 200, 100, [](int x, int) { return x; }));
+  Thumbnail preview({50, 50});
+  ASSERT_TRUE(preview.LoadFile(folder.Path() / "a.bmp"));
+  EXPECT_EQ(preview.size(), QSize(50, 25));
+  EXPECT_EQ(preview.Picture().size(), preview.size() * preview.devicePixelRatio());
+}
+
 TEST(PictureBox, ShowsTheFileItLoadedAndKeepsItWhenAnotherCannotBeRead) {
   const TemporaryFolder folder;
   const auto file = folder.Path() / "picture.bmp";
-  WriteFile(file, BitmapBytes({24,
-                               3,
-                               2,
-                               false,
-                               [](int x, int y) {
-                                 return Color{std::uint8_t(x), std::uint8_t(y), 9};
-                               },
-                               {}}));
+  const auto color = [](int x, int y) { return Color{std::uint8_t(x), std::uint8_t(y), 9}; };
+  WriteFile(file, BitmapBytes({24, 3, 2, false, color, {}}));
   PictureBox box;
   ASSERT_TRUE(box.LoadFile(file));
   EXPECT_EQ(box.PictureSize(), QSize(3, 2));

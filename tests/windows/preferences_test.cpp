@@ -1,6 +1,3 @@
-#include <QSpinBox>
-#include <QTest>
-
 #include "app/frmPref.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/window_controls.h"
@@ -33,6 +30,7 @@ void ChooseOtherThings(frmPref& window) {
   window.show();
   Find<QLineEdit>(window, "Text1").setText(" 9 ");
   for (const char* option : {"optRep", "optBMP", "Option2"}) Press(window, option);
+  Find<QWidget>(window, "cmdSave").setFocus();
 }
 
 TEST_F(Preferences, ApplyChangesTheSessionAndSaveTheFourSettingsToo) {
@@ -94,7 +92,7 @@ TEST_F(Preferences, ANumberBeyondTheLimitsIsSetToTheLimitFirst) {
     SCOPED_TRACE(typed);
     cv.RasterCycles = 5;
     frmPref window(cv, os);
-    window.show();
+    ChooseOtherThings(window);
     auto& Text1 = Find<QLineEdit>(window, "Text1");
     Text1.setText(typed);
     Press(window, "cmdApply");

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <QLabel>
-#include <QSlider>
 #include <algorithm>
 
-#include "core/open_image.h"
 #include "core/slot_picture.h"
 #include "tests/support/file_limit.h"
 #include "tests/windows/tool_fixture.h"

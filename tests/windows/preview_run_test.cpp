@@ -1,7 +1,3 @@
-#include <QComboBox>
-#include <QPushButton>
-#include <QTest>
-
 #include "preview/PreviewWindow.h"
 #include "tests/windows/preview_fixture.h"
 #include "widgets/controls.h"

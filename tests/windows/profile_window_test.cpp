@@ -1,5 +1,3 @@
-#include <QTest>
-
 #include "analysis/frmProfile.h"
 #include "analysis/profile.h"
 #include "tests/support/app_dir_fixture.h"

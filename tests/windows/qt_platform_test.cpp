@@ -1,13 +1,3 @@
-#include <QElapsedTimer>
-#include <QLabel>
-#include <QListWidget>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QTest>
-#include <QTextBlock>
-#include <QTextBrowser>
-
 #include "core/working_files.h"
 #include "platform/QtPlatform.h"
 #include "tests/support/app_dir_fixture.h"

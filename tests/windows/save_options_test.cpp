@@ -1,5 +1,3 @@
-#include <QTest>
-
 #include "app/frmFITS.h"
 #include "tests/support/app_dir_fixture.h"
 #include "tests/support/window_controls.h"

@@ -1,8 +1,3 @@
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QTest>
-#include <QTimer>
-
 #include "app/frmAbout.h"
 #include "app/frmCVSplash.h"
 #include "tests/support/app_dir_fixture.h"

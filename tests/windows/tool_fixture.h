@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QAction>
-#include <memory>
 #include <sstream>
 
 #include "app/Factory.h"

@@ -1,11 +1,5 @@
 #pragma once
 
-#include <QComboBox>
-#include <QLabel>
-#include <QMouseEvent>
-#include <QScrollBar>
-#include <QTest>
-
 #include "core/fits_reader.h"
 #include "tests/windows/tool_fixture.h"
 
