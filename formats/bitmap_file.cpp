@@ -1,6 +1,7 @@
 #include "formats/bitmap_file.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace corvane {
 namespace {
@@ -62,12 +63,15 @@ bool BitmapFile::ReadHeader() {
     if (layout->offset < kBitmapHeaderSize) return false;
     for (std::size_t i = 0; i < palette_.size(); ++i) palette_[i] = Rgb(&header[kBitmapFieldsSize + 4 * i]);
   }
+  isGray_ = layout->bytesPerPixel == 1;
+  for (std::uint32_t i = 0; i < palette_.size(); ++i) isGray_ &= palette_[i] == (0xff000000u | i * 0x10101u);
   layout_ = *layout;
   block_.resize(static_cast<std::size_t>(std::max(layout_.stride, std::min(kBlock, layout_.Size()))));
   return true;
 }
 
-bool BitmapFile::Read(const PixelRect& part, std::uint32_t* pixels) const {
+template <class TakeRow>
+bool BitmapFile::ReadRows(const PixelRect& part, TakeRow takeRow) const {
   const std::int64_t skipped = std::int64_t{part.x} * layout_.bytesPerPixel;
   const std::int64_t wanted = std::int64_t{part.width} * layout_.bytesPerPixel;
   // Wide parts are read in blocks of whole rows, narrow ones row by row.
@@ -81,12 +85,23 @@ bool BitmapFile::Read(const PixelRect& part, std::uint32_t* pixels) const {
     const std::int64_t row = layout_.offset + (bottom + first) * layout_.stride;
     if (file_.ReadAt(wholeRows ? row : row + skipped, block_.data(), bytes) != bytes) return false;
     for (int i = 0; i < rows; ++i) {
-      const int line = part.height - 1 - first - i;
-      ConvertRow(block_.data() + (wholeRows ? i * layout_.stride + skipped : 0),
-                 pixels + static_cast<std::size_t>(line) * static_cast<std::size_t>(part.width), part.width);
+      takeRow(part.height - 1 - first - i, block_.data() + (wholeRows ? i * layout_.stride + skipped : 0));
     }
   }
   return true;
+}
+
+bool BitmapFile::Read(const PixelRect& part, std::uint32_t* pixels) const {
+  const auto width = static_cast<std::size_t>(part.width);
+  return ReadRows(part, [&](int line, const unsigned char* source) {
+    ConvertRow(source, pixels + static_cast<std::size_t>(line) * width, part.width);
+  });
+}
+
+bool BitmapFile::AddLevels(int top, int rows, std::vector<std::uint32_t>& sums) const {
+  return ReadRows({0, top, layout_.width, rows}, [&](int, const unsigned char* source) {
+    for (std::size_t x = 0; x < sums.size(); ++x) sums[x] += source[x];
+  });
 }
 
 void BitmapFile::ConvertRow(const unsigned char* source, std::uint32_t* pixels, int width) const {
@@ -97,23 +112,51 @@ void BitmapFile::ConvertRow(const unsigned char* source, std::uint32_t* pixels, 
   }
 }
 
+namespace {
+
+// A band of rows of the full picture, summed over the columns of the reduced one.
+struct Band {
+  const BitmapFile& picture;
+  std::vector<Sums> columns;
+  std::vector<std::uint32_t> memory{};  // whole lines, or the sum of all lines
+
+  bool AddColors(int top, int rows) {
+    const int width = picture.Width();
+    memory.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(rows));
+    if (!picture.Read({0, top, width, rows}, memory.data())) return false;
+    std::fill(columns.begin(), columns.end(), Sums{});
+    for (int row = 0; row < rows; ++row)
+      AddRow(memory.data() + static_cast<std::ptrdiff_t>(row) * width, width, columns);
+    return true;
+  }
+  // Gray levels are summed line upon line first, which vectors do.
+  bool AddGray(int top, int rows) {
+    memory.assign(static_cast<std::size_t>(picture.Width()), 0);
+    if (!picture.AddLevels(top, rows, memory)) return false;
+    const int count = static_cast<int>(columns.size());
+    for (int column = 0; column < count; ++column) {
+      const auto begin = memory.begin() + Edge(column, picture.Width(), count);
+      const auto end = memory.begin() + Edge(column + 1, picture.Width(), count);
+      columns[static_cast<std::size_t>(column)].fill(std::accumulate(begin, end, std::int64_t{0}));
+    }
+    return true;
+  }
+};
+
+}  // namespace
+
 bool ReadReduced(const BitmapFile& picture, int width, int height, std::uint32_t* pixels) {
   const int fullWidth = picture.Width();
   const int fullHeight = picture.Height();
   if (width == fullWidth && height == fullHeight) return picture.Read({0, 0, width, height}, pixels);
-  std::vector<Sums> columns(static_cast<std::size_t>(width));
-  std::vector<std::uint32_t> lines;
+  Band band{picture, std::vector<Sums>(static_cast<std::size_t>(width))};
   for (int y = 0; y < height; ++y) {
     const int top = Edge(y, fullHeight, height);
     const int rows = Edge(y + 1, fullHeight, height) - top;
-    lines.resize(static_cast<std::size_t>(fullWidth) * static_cast<std::size_t>(rows));
-    if (!picture.Read({0, top, fullWidth, rows}, lines.data())) return false;
-    std::fill(columns.begin(), columns.end(), Sums{});
-    for (int row = 0; row < rows; ++row)
-      AddRow(lines.data() + static_cast<std::ptrdiff_t>(row) * fullWidth, fullWidth, columns);
+    if (!(picture.IsGray() ? band.AddGray(top, rows) : band.AddColors(top, rows))) return false;
     for (int x = 0; x < width; ++x) {
       const int covered = Edge(x + 1, fullWidth, width) - Edge(x, fullWidth, width);
-      *pixels++ = Mean(columns[static_cast<std::size_t>(x)], static_cast<std::int64_t>(covered) * rows);
+      *pixels++ = Mean(band.columns[static_cast<std::size_t>(x)], static_cast<std::int64_t>(covered) * rows);
     }
   }
   return true;

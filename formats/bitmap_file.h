@@ -31,14 +31,22 @@ class BitmapFile {
   // The pixels of `part`, which lies inside the picture, as 0xffRRGGBB, line after line. False where they
   // cannot be read any more.
   bool Read(const PixelRect& part, std::uint32_t* pixels) const;
+  // Whether pixels are levels from black to white: eight bits and a palette that shows each as it is.
+  bool IsGray() const { return isGray_; }
+  // Adds the levels of `rows` lines of a gray picture from line `top` on, column by column, to `sums`, one
+  // for each column. False where they cannot be read any more.
+  bool AddLevels(int top, int rows, std::vector<std::uint32_t>& sums) const;
 
  private:
+  template <class TakeRow>
+  bool ReadRows(const PixelRect& part, TakeRow takeRow) const;
   bool ReadHeader();
   void ConvertRow(const unsigned char* source, std::uint32_t* pixels, int width) const;
 
   InputFile file_;
   PixelLayout layout_;
   std::array<std::uint32_t, 256> palette_{};
+  bool isGray_ = false;
   mutable std::vector<unsigned char> block_;
 };
 

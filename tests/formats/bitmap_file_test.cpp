@@ -79,28 +79,30 @@ TEST_F(WorkingBitmap, SaysWhenItsFileWasCut) {
 
 TEST_F(WorkingBitmap, IsReducedToMeansOfTheCoveredPixels) {
   constexpr int kWidth = 7, kHeight = 5;
-  const BitmapFile file = Open(24, kWidth, kHeight);
-  for (int width = 1; width <= kWidth; ++width)
-    for (int height = 1; height <= kHeight; ++height) {
-      PixelsOf expected;
-      for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x) {
-          double sums[3] = {}, count = 0;
-          for (int row = y * kHeight / height; row < (y + 1) * kHeight / height; ++row)
-            for (int column = x * kWidth / width; column < (x + 1) * kWidth / width; ++column, ++count) {
-              const Color color = ColorAt(column, row);
-              sums[0] += color.red;
-              sums[1] += color.green;
-              sums[2] += color.blue;
-            }
-          std::uint32_t pixel = 0xff;
-          for (const double sum : sums) pixel = pixel << 8 | static_cast<std::uint32_t>(sum / count + 0.5);
-          expected.push_back(pixel);
-        }
-      PixelsOf reduced(expected.size());
-      EXPECT_TRUE(ReadReduced(file, width, height, reduced.data()));
-      EXPECT_EQ(reduced, expected) << width << 'x' << height;
-    }
+  // Colors, a palette of colors, and levels of gray.
+  for (const auto& [bits, palette] : {std::pair(24, Palette()), {8, Palette()}, {8, {}}}) {
+    const BitmapFile file = Open(BitmapBytes({bits, kWidth, kHeight, false, ColorAt, palette}));
+    EXPECT_EQ(file.IsGray(), palette.empty());
+    const PixelsOf full = Read(file, {0, 0, kWidth, kHeight});
+    for (int width = 1; width <= kWidth; ++width)
+      for (int height = 1; height <= kHeight; ++height) {
+        PixelsOf expected;
+        for (int y = 0; y < height; ++y)
+          for (int x = 0; x < width; ++x) {
+            double sums[3] = {}, count = 0;
+            for (int row = y * kHeight / height; row < (y + 1) * kHeight / height; ++row)
+              for (int column = x * kWidth / width; column < (x + 1) * kWidth / width; ++column, ++count)
+                for (int channel = 0; channel < 3; ++channel)
+                  sums[channel] += full[row * kWidth + column] >> (16 - 8 * channel) & 0xff;
+            std::uint32_t pixel = 0xff;
+            for (const double sum : sums) pixel = pixel << 8 | static_cast<std::uint32_t>(sum / count + 0.5);
+            expected.push_back(pixel);
+          }
+        PixelsOf reduced(expected.size());
+        EXPECT_TRUE(ReadReduced(file, width, height, reduced.data()));
+        EXPECT_EQ(reduced, expected) << width << 'x' << height;
+      }
+  }
 }
 
 TEST_F(WorkingBitmap, IsNotOpenWhereItIsDamaged) {
