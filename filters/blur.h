@@ -122,7 +122,7 @@ template <class Kernel, class T>
 ALWAYS_INLINE void BlurBlock(const float* const* rows, int x, T* const* out, int outX) {
   constexpr int kSteps = kBlock<T> / kStep;
   Floats values[kRowsAtOnce][kSteps];
-#pragma GCC unroll 4
+#pragma GCC unroll 1
   for (int step = 0; step < kSteps; ++step) {
     Floats sums[kRowsAtOnce];
     SumDown<Kernel>(rows, x + step * kStep, sums);
