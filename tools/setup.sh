@@ -2,7 +2,7 @@
 
 packages=(build-essential cmake ninja-build pkg-config python3-minimal
   qt6-base-dev libgtest-dev libgmock-dev fonts-dejavu-core
-  fitsverify imagemagick desktop-file-utils appstream groff-base librsvg2-bin)
+  fitsverify imagemagick desktop-file-utils appstream groff-base librsvg2-bin file)
 if [[ -n ${WAYLAND_DISPLAY:-} && -z ${DISPLAY:-} ]]; then packages+=(qt6-wayland); fi
 
 # Installs what is missing; asks apt nothing when all is there.
