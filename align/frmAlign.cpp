@@ -1,7 +1,5 @@
 #include "align/frmAlign.h"
 
-#include <QGridLayout>
-#include <QStatusBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -14,6 +12,7 @@
 #include "core/working_files.h"
 #include "platform/QtText.h"
 #include "platform/busy.h"
+#include "widgets/PictureLayout.h"
 
 namespace corvane {
 namespace {
@@ -63,7 +62,6 @@ constexpr ToolKey kToolbar[] = {
 };
 
 constexpr char kNoImage[] = "No image is open.\n\nFile > Open File.";
-constexpr int kStatusMargin = 7;  // the text stands under the picture's edge
 constexpr int kButtonGap = 12;
 
 }  // namespace
@@ -107,18 +105,7 @@ void frmAlign::LayOut() {
   cmdCancel->setToolTip("Return to the Images before the Alignment");
   cmdSave->setToolTip("Save the Aligned Images");
 
-  auto* center = new QWidget;
-  auto* grid = new QGridLayout(center);
-  Combo1->setFixedWidth(PictureArea::kWidth);
-  grid->addWidget(Combo1, 0, 0, Qt::AlignLeft);
-  grid->addWidget(area_, 1, 0);
-  grid->addLayout(side, 1, 1);
-  grid->setColumnStretch(0, 1);
-  grid->setRowStretch(1, 1);
-  setCentralWidget(center);
-  statusBar()->addWidget(lblStatus, 1);
-  lblStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // a long text widens no window
-  statusBar()->setContentsMargins(kStatusMargin, 0, kStatusMargin, 0);
+  LayOutAroundPicture(*this, Combo1, area_, side, lblStatus);
 }
 
 void frmAlign::Connect() {

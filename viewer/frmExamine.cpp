@@ -1,7 +1,5 @@
 #include "viewer/frmExamine.h"
 
-#include <QGridLayout>
-#include <QStatusBar>
 #include <QVBoxLayout>
 
 #include "analysis/profile.h"
@@ -10,6 +8,7 @@
 #include "core/startup.h"
 #include "core/working_files.h"
 #include "platform/QtText.h"
+#include "widgets/PictureLayout.h"
 
 namespace corvane {
 namespace {
@@ -93,7 +92,6 @@ constexpr ToolKey kToolbar[] = {
 // What acts on the image shown; the others need none.
 constexpr Target kImageTools[] = {Dialog::Info, Dialog::Histogram, Window::Scale, Window::Filter,
                                   Window::Mask};
-constexpr int kStatusMargin = 7;  // the text stands under the picture's edge
 
 }  // namespace
 
@@ -129,18 +127,7 @@ void frmExamine::LayOut() {
                             {"lblLum", "Luminance", txbLum}}));
   side->addStretch();
 
-  auto* center = new QWidget;
-  auto* grid = new QGridLayout(center);
-  Combo1->setFixedWidth(PictureArea::kWidth);
-  grid->addWidget(Combo1, 0, 0, Qt::AlignLeft);
-  grid->addWidget(area_, 1, 0);
-  grid->addLayout(side, 1, 1);
-  grid->setColumnStretch(0, 1);
-  grid->setRowStretch(1, 1);
-  setCentralWidget(center);
-  statusBar()->addWidget(lblStatus, 1);
-  lblStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // a long text widens no window
-  statusBar()->setContentsMargins(kStatusMargin, 0, kStatusMargin, 0);
+  LayOutAroundPicture(*this, Combo1, area_, side, lblStatus);
 }
 
 void frmExamine::Connect() {
